@@ -1,0 +1,18 @@
+# What all of Tamor's targets are compiled with.
+
+# A result has the same bits in every build type and on every processor: multiply and add are never
+# contracted. Hosts inherit this, since the maths headers are inline.
+add_library(tamor_numbers INTERFACE)
+target_compile_options(tamor_numbers INTERFACE -ffp-contract=off)
+
+add_library(tamor_warnings INTERFACE)
+target_compile_options(
+    tamor_warnings INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wshadow
+                             $<$<BOOL:${PROJECT_IS_TOP_LEVEL}>:-Werror>
+)
+
+if(TAMOR_SANITISE)
+    list(JOIN TAMOR_SANITISE "," sanitisers)
+    add_compile_options(-fsanitize=${sanitisers} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=${sanitisers})
+endif()

@@ -1,0 +1,40 @@
+/// \file
+/// An OpenGL light.
+#pragma once
+
+#include "maths/Vector.h"
+
+#include <cstdint>
+
+namespace tamor
+{
+/// Holds one of OpenGL's light numbers for as long as it lives: the lowest that is free.
+///
+/// It sets the parameters of its light, and leaves switching lights and lighting on to others.
+class Light
+{
+public:
+    /// Takes the lowest free number; `number` is 0, and nothing is printed, when all are taken.
+    Light();
+
+    /// Gives the number back.
+    ~Light();
+
+    Light(const Light&) = delete;
+    Light& operator=(const Light&) = delete;
+
+    /// Places the light at x, y, z or, unless `positional`, in that direction. The fourth value is
+    /// 1 or 0 by that flag, whatever `w` is.
+    /// \return true
+    bool setPosition(Vector position, bool positional) const;
+
+    void setSpotDirection(Vector direction) const;
+    void setAmbient(Vector colour) const;
+    void setDiffuse(Vector colour) const;
+    void setSpecular(Vector colour) const;
+    void setAttenuation(float constant, float linear, float quadratic) const;
+
+    /// `GL_LIGHT0` plus the slot, or 0.
+    std::uint32_t number = 0;
+};
+} // namespace tamor

@@ -1,0 +1,84 @@
+/// \file
+/// Four floats that serve as point, direction, rectangle and colour alike.
+///
+/// The folder maths/ holds the value types and helpers that everything else uses: vectors and
+/// matrices, a few operations on strings and files, and the thin layer where engine types meet
+/// OpenGL's state. It knows nothing of windows, events or images.
+#pragma once
+
+#include <cmath>
+#include <iosfwd>
+
+namespace tamor
+{
+/// A point or direction (x, y, z), a rectangle (x1, y1, x2, y2) or a colour (red, green, blue,
+/// alpha).
+///
+/// Arithmetic acts on x, y and z in single precision, and the result keeps the left operand's `w`,
+/// so that `w` stays 1 through all ordinary use.
+class Vector
+{
+public:
+    constexpr Vector() = default;
+    constexpr explicit Vector(float newX) : x(newX) {}
+    constexpr Vector(float newX, float newY, float newZ = 0.0F, float newW = 1.0F)
+        : x(newX), y(newY), z(newZ), w(newW)
+    {}
+    constexpr Vector(const Vector&) = default;
+    ~Vector() = default;
+
+    /// Copies all four components, `w` included. Returns a copy, as every changing operation here
+    /// does.
+    constexpr Vector operator=(const Vector& other)
+    {
+        x = other.x;
+        y = other.y;
+        z = other.z;
+        w = other.w;
+        return *this;
+    }
+
+    constexpr Vector operator+(Vector b) const { return {x + b.x, y + b.y, z + b.z, w}; }
+    constexpr Vector operator-(Vector b) const { return {x - b.x, y - b.y, z - b.z, w}; }
+    constexpr Vector operator*(Vector b) const { return {x * b.x, y * b.y, z * b.z, w}; }
+    constexpr Vector operator/(Vector b) const { return {x / b.x, y / b.y, z / b.z, w}; }
+    constexpr Vector operator*(float s) const { return {x * s, y * s, z * s, w}; }
+    constexpr Vector operator/(float s) const { return {x / s, y / s, z / s, w}; }
+    constexpr Vector operator-() const { return {-x, -y, -z, w}; }
+    constexpr Vector operator+=(Vector b) { return *this = *this + b; }
+    constexpr Vector operator/=(float s) { return *this = *this / s; }
+
+    /// The cross product, with `w` 1.
+    constexpr Vector cross(Vector b) const
+    {
+        return {y * b.z - z * b.y, z * b.x - x * b.z, x * b.y - y * b.x, 1.0F};
+    }
+
+    constexpr float lengthSquared() const { return x * x + y * y + z * z; }
+    float length() const { return std::sqrt(lengthSquared()); }
+
+    /// Divides x, y and z by `w`, sets `w` to 1, and divides x, y and z by the length. The zero
+    /// vector gives not-a-number components. Returns a copy of the result.
+    Vector normalise()
+    {
+        *this = *this / w;
+        w = 1.0F;
+        return *this = *this / length();
+    }
+
+    /// The four components as an array, to hand to `glLightfv` and the like.
+    ///
+    /// The array is one for the whole program: it is good until the next call on any vector.
+    float* toArray() const;
+
+    float x = 0.0F;
+    float y = 0.0F;
+    float z = 0.0F;
+    float w = 1.0F;
+};
+
+static_assert(sizeof(Vector) == 16);
+
+/// Writes "(x, y, z, w)" in the stream's own float format.
+std::ostream& operator<<(std::ostream& stream, const Vector& vector);
+} // namespace tamor

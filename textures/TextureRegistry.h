@@ -1,0 +1,40 @@
+/// \file
+/// One texture a file, however many ask for it, and the choice of an image's reader by its name.
+#pragma once
+
+#include "textures/Image.h"
+
+#include <cstdint>
+#include <vector>
+
+namespace tamor
+{
+/// A texture that was asked for.
+struct TextureEntry
+{
+    TextureKey key;
+    std::uint32_t id = 0; ///< its OpenGL name
+};
+
+/// All textures asked for, oldest first. Nothing is ever removed.
+extern std::vector<TextureEntry> textureRegistry;
+
+/// How many holders each texture has, by OpenGL name. Bookkeeping: nothing decides by it.
+extern std::vector<std::uint16_t> textureRefCounts;
+
+/// Sets `id` to the texture for `key`, loading it on the first request.
+///
+/// A file that cannot be read is registered like any other, with whatever the image held when the
+/// reader gave up, and is not tried again.
+/// \param id  the caller's texture so far, 0 for none
+/// \return true. Prints one of, on a request for a key that is known:
+///         reassigning this texture
+///         not reloading texture
+bool assignTexture(std::uint32_t& id, const TextureKey& key);
+
+/// Fills `image` from the file at `key.path`: a path with "tga" anywhere in it through `readTGA`,
+/// otherwise one with "png" through `readPNG`.
+/// \return whether the reader succeeded. Any other path prints
+///         <path>: Unsupported texture format
+bool loadImage(Image& image, TextureKey key);
+} // namespace tamor
