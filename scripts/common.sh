@@ -1,0 +1,71 @@
+# What the scripts share: where things are, which packages are needed, how to build, a display of
+# one's own. It is sourced, and leaves the shell in the root of the sources.
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")/.."
+
+# Debian 12's packages by purpose. Each list is installed only by the scripts that need it.
+packages_to_build=(
+    g++ cmake ninja-build pkg-config
+    libsdl1.2-dev libgl-dev libglu1-mesa-dev libglew-dev libfreetype-dev zlib1g-dev
+    libgl1-mesa-dri fonts-dejavu-core
+)
+packages_for_a_display=(xvfb xdotool imagemagick)
+packages_to_test=(libgtest-dev libgmock-dev apitrace libx11-dev)
+packages_to_check=(libgtest-dev libgmock-dev libbenchmark-dev libx11-dev clang-format clang-tidy)
+packages_to_measure=(libbenchmark-dev libstb-dev libguichan-dev liblua5.4-dev xvfb)
+
+say()
+{
+    printf '%s: %s\n' "${0##*/}" "$*" >&2
+}
+
+fail()
+{
+    say "$@"
+    exit 1
+}
+
+# Installs those of the named packages that are missing; without any it asks nothing of apt.
+require_packages()
+{
+    local name missing=() as_root=()
+    for name in "$@"; do
+        [[ $(dpkg-query -W -f '${db:Status-Status}' "$name" 2>/dev/null) == installed ]] || missing+=("$name")
+    done
+    [[ ${#missing[@]} -gt 0 ]] || return 0
+
+    if [[ $(id -u) -ne 0 ]]; then
+        command -v sudo >/dev/null || fail "install these packages as root, then run me again: ${missing[*]}"
+        as_root=(sudo)
+    fi
+    say "installing ${missing[*]}"
+    "${as_root[@]}" apt-get update -qq </dev/null
+    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
+        apt-get install -y -qq --no-install-recommends "${missing[@]}" </dev/null >/dev/null
+}
+
+# build_preset PRESET TARGET [CMAKE ARGUMENT...]: only what changed is built again.
+build_preset()
+{
+    local preset=$1 target=$2
+    shift 2
+    cmake --preset "$preset" "$@" >/dev/null
+    cmake --build --preset "$preset" --target "$target" --parallel "$(nproc)"
+}
+
+# Starts an X server of the script's own, sets DISPLAY to it and ends it with the script.
+start_display()
+{
+    local number
+    number=$(mktemp)
+    Xvfb -displayfd 3 -screen 0 1024x768x24 -nolisten tcp 3>"$number" >/dev/null 2>&1 </dev/null &
+    display_process=$!
+    trap 'kill "$display_process" 2>/dev/null || true' EXIT
+    until [[ -s $number ]]; do
+        kill -0 "$display_process" 2>/dev/null || fail "Xvfb did not start"
+        sleep 0.05
+    done
+    DISPLAY=:$(<"$number")
+    export DISPLAY
+    rm -f "$number"
+}
