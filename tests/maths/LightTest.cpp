@@ -1,0 +1,49 @@
+#include "maths/Light.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <vector>
+
+namespace tamor
+{
+namespace
+{
+TEST(Light, NumbersStartAtTheFirstLightOfOpenGL)
+{
+    const Light first;
+    const Light second;
+
+    EXPECT_EQ(first.number, 0x4000U);
+    EXPECT_EQ(second.number, 0x4001U);
+}
+
+TEST(Light, ANewLightTakesTheLowestFreeNumber)
+{
+    auto first = std::make_unique<Light>();
+    const Light second;
+    first.reset();
+
+    const Light third;
+
+    EXPECT_EQ(third.number, 0x4000U);
+}
+
+TEST(Light, NumbersEndAfter3377)
+{
+    std::vector<std::unique_ptr<Light>> lights;
+    for (int count = 0; count < 3377; ++count)
+        lights.push_back(std::make_unique<Light>());
+    EXPECT_EQ(lights.back()->number, 0x4000U + 3376U);
+
+    {
+        const Light oneTooMany;
+        EXPECT_EQ(oneTooMany.number, 0U);
+    }
+
+    // A light without a number gives none back.
+    const Light stillTooMany;
+    EXPECT_EQ(stillTooMany.number, 0U);
+}
+} // namespace
+} // namespace tamor

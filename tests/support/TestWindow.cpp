@@ -1,0 +1,36 @@
+#include "platform/GLee.h"
+
+#include "tests/support/TestWindow.h"
+
+#include "tests/support/VirtualDisplay.h"
+
+#include <SDL.h>
+
+#include <cstdio>
+#include <cstdlib>
+
+namespace tamor::test
+{
+void openTestWindow(int width, int height)
+{
+    useTestDisplay();
+    const bool isOpen = SDL_InitSubSystem(SDL_INIT_VIDEO | SDL_INIT_NOPARACHUTE) == 0 &&
+                        SDL_GL_SetAttribute(SDL_GL_DOUBLEBUFFER, 1) == 0 &&
+                        SDL_SetVideoMode(width, height, 24, SDL_OPENGL) != nullptr && GLeeInit();
+    if (!isOpen) {
+        std::fprintf(stderr, "no test window: %s\n", SDL_GetError());
+        std::exit(2);
+    }
+    glViewport(0, 0, width, height);
+}
+
+void WindowTest::SetUp()
+{
+    openTestWindow(windowWidth, windowHeight);
+}
+
+void WindowTest::TearDown()
+{
+    SDL_QuitSubSystem(SDL_INIT_VIDEO);
+}
+} // namespace tamor::test

@@ -1,0 +1,70 @@
+#include "tests/support/VirtualDisplay.h"
+
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+
+namespace tamor::test
+{
+VirtualDisplay::VirtualDisplay()
+{
+    int numberPipe[2];
+    if (pipe(numberPipe) != 0) {
+        std::perror("a pipe for Xvfb");
+        std::exit(2);
+    }
+    const pid_t parent = getpid();
+    server = fork();
+    if (server == 0) {
+        // The server must not outlive a test that is killed.
+        prctl(PR_SET_PDEATHSIG, SIGTERM);
+        if (getppid() != parent)
+            _exit(2);
+        close(numberPipe[0]);
+        const std::string descriptor = std::to_string(numberPipe[1]);
+        // Xvfb's own remarks are no part of a test's output.
+        if (std::freopen("/dev/null", "w", stderr) == nullptr)
+            _exit(2);
+        execlp("Xvfb", "Xvfb", "-displayfd", descriptor.c_str(), "-screen", "0", "1024x768x24",
+               "-nolisten", "tcp", "-noreset", static_cast<char*>(nullptr));
+        _exit(2);
+    }
+    close(numberPipe[1]);
+
+    // The number comes, with a newline, when the server is ready for clients.
+    displayName = ":";
+    char digit = 0;
+    while (read(numberPipe[0], &digit, 1) == 1 && digit != '\n')
+        displayName += digit;
+    close(numberPipe[0]);
+    if (displayName == ":") {
+        std::fputs("Xvfb did not start: install the package xvfb\n", stderr);
+        std::exit(2);
+    }
+}
+
+VirtualDisplay::~VirtualDisplay()
+{
+    kill(server, SIGTERM);
+    waitpid(server, nullptr, 0);
+}
+
+void useTestDisplay()
+{
+    static bool chosen = false;
+    if (chosen)
+        return;
+    chosen = true;
+    if (const char* shared = std::getenv("TAMOR_TEST_DISPLAY")) {
+        setenv("DISPLAY", shared, 1);
+        return;
+    }
+    static const auto own = std::make_unique<VirtualDisplay>();
+    setenv("DISPLAY", own->name().c_str(), 1);
+}
+} // namespace tamor::test
