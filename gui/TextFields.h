@@ -1,0 +1,34 @@
+/// \file
+/// Reading the fields of the GUI's text formats: layouts, themes and configurations.
+///
+/// In all three a field is known by its place. Blanks and line ends separate numbers and words
+/// alike, and behind the last field of a line the rest of the line is a remark.
+#pragma once
+
+#include <istream>
+#include <string>
+
+namespace tamor
+{
+/// Reads a number, a truth value (0 or 1) or a word. A field that cannot be read keeps what it
+/// held, and leaves the stream failed, so that every later field keeps what it held too.
+template <class Field>
+void readField(std::istream& stream, Field& field)
+{
+    // A failing >> writes 0, so it must not see the field itself.
+    Field value{};
+    if (stream >> value)
+        field = value;
+}
+
+/// Skips what is left of the line, up to 10000 characters of it.
+void skipLine(std::istream& stream);
+
+/// Reads a text field: what is left of the line, up to 511 characters, without the white space in
+/// front. The line end itself stays in the stream.
+/// \return the text; empty, with the stream failed, if not even a blank was left of the line
+std::string readText(std::istream& stream);
+
+/// As `readText`, and turns each backslash followed by an "n" into a line end.
+std::string readTextWithLineEnds(std::istream& stream);
+} // namespace tamor
