@@ -1,0 +1,51 @@
+/// \file
+/// Words for a programmer: a record of calls, fatal signals by name, and an assertion.
+///
+/// Everything is written to the standard error stream. Nothing here depends on other code.
+#pragma once
+
+#include <cstdint>
+#include <list>
+#include <string>
+
+namespace tamor
+{
+/// The names of the calls that are under way, as far as code pushes them.
+struct CallStack
+{
+    std::list<std::string> frames; ///< oldest first
+    bool enabled = false;          ///< while false, `pushCall` and `popCall` do nothing
+};
+
+/// The record of the process.
+extern CallStack callStack;
+
+/// Starts the record.
+void enableCallStack();
+
+/// Appends `name`, if the record is enabled.
+void pushCall(const std::string& name);
+
+/// Removes the newest name, if the record is enabled; a pop too many does nothing.
+void popCall();
+
+/// Prints the names, newest first, each as its number, " -> " and the name; the oldest is number 1.
+/// \return true
+bool dumpCallStack();
+
+/// Has `signalHandler` called for the signals 3, 1, 2, 4, 6 and 11.
+/// \return true
+bool installSignalHandlers();
+
+/// Prints, for a signal from 1 to 30, a line such as
+///     Caught signal SIGINT - Terminal interrupt (ANSI)
+/// and in any case the line
+///     Stack Trace:
+/// and ends the process with the exit status 1.
+[[noreturn]] void signalHandler(int signal);
+
+/// Does nothing if `condition` is true. Otherwise prints "Assert failed: " and `message`, and ends
+/// the process with the exit status 0.
+/// \return `condition`
+bool assertTrue(const std::string& message, bool condition);
+} // namespace tamor
