@@ -1,0 +1,60 @@
+#include "models/CornerArrays.h"
+
+#include "models/ModelAccess.h"
+
+namespace tamor
+{
+namespace
+{
+constexpr std::size_t floatsAFace = 9;
+constexpr std::size_t texCoordsAFace = 6;
+
+/// Writes x, y, z. Returns what follows them.
+float* put(float* out, const Vector& vector)
+{
+    out[0] = vector.x;
+    out[1] = vector.y;
+    out[2] = vector.z;
+    return out + 3;
+}
+
+std::unique_ptr<float[]> allocate(std::size_t count)
+{
+    return std::make_unique_for_overwrite<float[]>(count);
+}
+} // namespace
+
+CornerArrays makeCornerArrays(const Model& model, bool flat, bool withTexCoords)
+{
+    const std::size_t faceCount = model.faces.size();
+    CornerArrays arrays;
+    arrays.positions = allocate(faceCount * floatsAFace);
+    arrays.colours = allocate(faceCount * floatsAFace);
+    arrays.normals = allocate(faceCount * floatsAFace);
+
+    float* position = arrays.positions.get();
+    float* colour = arrays.colours.get();
+    float* normal = arrays.normals.get();
+    for (const Face& face : model.faces) {
+        for (const std::int32_t index : face.vertex) {
+            const Vertex& vertex = vertexAt(model.vertices, index);
+            position = put(position, vertex.position);
+            colour = put(colour, face.colour);
+            normal = put(normal, flat ? face.normal : vertex.normal);
+        }
+    }
+    if (!withTexCoords)
+        return arrays;
+
+    arrays.texCoords = allocate(faceCount * texCoordsAFace);
+    float* texCoord = arrays.texCoords.get();
+    for (const Face& face : model.faces) {
+        for (const std::int32_t index : face.vertex) {
+            const Vertex& vertex = vertexAt(model.vertices, index);
+            *texCoord++ = vertex.u;
+            *texCoord++ = vertex.v;
+        }
+    }
+    return arrays;
+}
+} // namespace tamor

@@ -1,0 +1,320 @@
+#include "models/MS3DModel.h"
+
+#include "models/ModelAccess.h"
+#include "models/NumberFields.h"
+#include "textures/TextureRegistry.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <cstring>
+#include <iostream>
+
+namespace tamor
+{
+namespace
+{
+// What fgets takes into a buffer of 256 characters.
+constexpr std::size_t longestPiece = 255;
+
+std::string readText(std::FILE* file)
+{
+    std::string text;
+    std::array<char, 65536> block;
+    while (const std::size_t count = std::fread(block.data(), 1, block.size(), file))
+        text.append(block.data(), count);
+    return text;
+}
+
+/// The sum, which wraps: indices of a file are kept whatever they are.
+std::int32_t addIndices(std::int32_t a, std::int32_t b)
+{
+    return static_cast<std::int32_t>(static_cast<std::uint32_t>(a) + static_cast<std::uint32_t>(b));
+}
+
+/// A count as the size of a list: none for a negative one.
+std::size_t toSize(std::int32_t count)
+{
+    return static_cast<std::size_t>(std::max(count, 0));
+}
+
+// Each of these reads one line. The patterns rule: a line of plain numbers gives the same without
+// them, some ten times as fast. No result is looked at, so that what does not match stays as it
+// was.
+
+void readCount(std::string_view line, std::int32_t& count)
+{
+    if (!NumberFields(line).read(count).arePlain())
+        std::sscanf(std::string(line).c_str(), "%d", &count);
+}
+
+void readFloat(std::string_view line, float& target)
+{
+    if (!NumberFields(line).read(target).arePlain())
+        std::sscanf(std::string(line).c_str(), "%f", &target);
+}
+
+void readVector(std::string_view line, Vector& v)
+{
+    if (!NumberFields(line).read(v.x).read(v.y).read(v.z).arePlain())
+        std::sscanf(std::string(line).c_str(), "%f %f %f", &v.x, &v.y, &v.z);
+}
+
+void readVertex(std::string_view line, Vertex& vertex)
+{
+    Vector& p = vertex.position;
+    NumberFields fields(line);
+    fields.skipInteger().read(p.x).read(p.y).read(p.z);
+    fields.read(vertex.u).read(vertex.v).read(vertex.bone);
+    if (!fields.arePlain()) {
+        std::sscanf(std::string(line).c_str(), "%*d %f %f %f %f %f %d", &p.x, &p.y, &p.z, &vertex.u,
+                    &vertex.v, &vertex.bone);
+    }
+}
+
+void readTriangle(std::string_view line, Face& face)
+{
+    auto& v = face.vertex;
+    auto& n = face.normalIndex;
+    NumberFields fields(line);
+    fields.skipInteger().read(v[0]).read(v[1]).read(v[2]);
+    fields.read(n[0]).read(n[1]).read(n[2]).read(face.smoothingGroup);
+    if (!fields.arePlain()) {
+        std::sscanf(std::string(line).c_str(), "%*d %d %d %d %d %d %d %d", &v[0], &v[1], &v[2],
+                    &n[0], &n[1], &n[2], &face.smoothingGroup);
+    }
+}
+
+void readRestPose(std::string_view line, Bone& bone)
+{
+    Vector& p = bone.localPosition;
+    Vector& r = bone.localRotation;
+    NumberFields fields(line);
+    fields.read(bone.flags).read(p.x).read(p.y).read(p.z).read(r.x).read(r.y).read(r.z);
+    if (!fields.arePlain()) {
+        std::sscanf(std::string(line).c_str(), "%d %f %f %f %f %f %f", &bone.flags, &p.x, &p.y,
+                    &p.z, &r.x, &r.y, &r.z);
+    }
+}
+
+void readKey(std::string_view line, KeyFrame& key)
+{
+    Vector& v = key.value;
+    if (!NumberFields(line).read(key.time).read(v.x).read(v.y).read(v.z).arePlain())
+        std::sscanf(std::string(line).c_str(), "%f %f %f %f", &key.time, &v.x, &v.y, &v.z);
+}
+
+/// Reads the sections of one file into a model.
+///
+/// What a line that does not match leaves as it was, is what the line of its kind before it set: so
+/// the fields that take counts live as long as the load, and start at 0.
+class Reader
+{
+public:
+    Reader(Model& newModel, ModelText& newFile) : model(newModel), file(newFile) {}
+
+    void read()
+    {
+        std::sscanf(lineText().c_str(), "Frames: %d", &model.frameCount);
+        line(); // the current frame
+        std::sscanf(lineText().c_str(), "Meshes: %d", &meshCount);
+        for (std::int32_t i = 0; i < meshCount; ++i)
+            readMesh();
+
+        std::sscanf(lineText().c_str(), "Materials: %d", &materialCount);
+        model.materials.resize(toSize(materialCount));
+        for (Material& material : model.materials)
+            readMaterial(material);
+
+        std::sscanf(lineText().c_str(), "Bones: %d", &boneCount);
+        model.bones.resize(toSize(boneCount));
+        for (std::size_t i = 0; i < model.bones.size(); ++i)
+            readBone(i);
+        attachVertices();
+    }
+
+private:
+    std::string_view line() { return readModelLine(file); }
+    std::string lineText() { return std::string(line()); }
+
+    void readMesh()
+    {
+        std::sscanf(lineText().c_str(), "%*s %*d %d", &materialIndex);
+
+        readCount(line(), vertexCount);
+        const std::size_t firstVertex = model.vertices.size();
+        model.vertices.resize(firstVertex + toSize(vertexCount));
+        for (std::size_t i = firstVertex; i < model.vertices.size(); ++i)
+            readVertex(line(), model.vertices[i]);
+
+        readCount(line(), normalCount);
+        std::vector<Vector> normals(toSize(normalCount));
+        for (Vector& normal : normals)
+            readVector(line(), normal);
+
+        readCount(line(), triangleCount);
+        const std::size_t firstFace = model.faces.size();
+        model.faces.resize(firstFace + toSize(triangleCount));
+        for (std::size_t i = firstFace; i < model.faces.size(); ++i)
+            readFace(model.faces[i], normals);
+
+        vertexBase = static_cast<std::int32_t>(model.vertices.size());
+        // Meant: not a running total, and too far by this mesh's count for the next one, whose
+        // table starts at 0; files with several meshes are written for it.
+        // `MS3DModelLoad.MovesTheNormalIndicesOfAMeshByTheCountOfTheOneBefore` holds it.
+        normalBase = static_cast<std::int32_t>(normals.size());
+    }
+
+    void readFace(Face& face, const std::vector<Vector>& normals)
+    {
+        readTriangle(line(), face);
+        face.material = materialIndex;
+        for (std::size_t k = 0; k < 3; ++k) {
+            face.vertex[k] = addIndices(face.vertex[k], vertexBase);
+            face.normalIndex[k] = addIndices(face.normalIndex[k], normalBase);
+            const std::int32_t vertex = face.vertex[k];
+            const std::int32_t normal = face.normalIndex[k];
+            // A file may name what it does not hold; then the normal stays as it was.
+            if (hasIndex(model.vertices, vertex) && hasIndex(normals, normal)) {
+                model.vertices[static_cast<std::size_t>(vertex)].normal =
+                    normals[static_cast<std::size_t>(normal)];
+            }
+        }
+    }
+
+    void readMaterial(Material& material)
+    {
+        line(); // the name
+        readVector(line(), material.ambient);
+        readVector(line(), material.diffuse);
+        readVector(line(), material.specular);
+        readVector(line(), material.emissive);
+        readFloat(line(), material.shininess);
+        readFloat(line(), material.transparency);
+        std::sscanf(lineText().c_str(), "\"%511s", texture.data());
+        line(); // the alpha texture
+
+        // The pattern ends at white space, and takes the closing quote with it if there is none
+        // before.
+        material.texture = texture.data();
+        material.texture.resize(std::min(material.texture.find('"'), material.texture.size()));
+        if (!material.texture.empty())
+            assignTexture(material.textureId, TextureKey{material.texture, 0});
+    }
+
+    void readBone(std::size_t index)
+    {
+        // Bones outlive the model, which drops them: whoever holds one may keep it.
+        auto* bone = new Bone;
+        bone->name = lineText();
+        bone->parent = findParent(line(), index);
+        readRestPose(line(), *bone);
+        readKeys(bone->positionKeys);
+        readKeys(bone->rotationKeys);
+        bone->index = static_cast<std::int32_t>(index);
+        model.bones[index] = bone;
+        bone->position = bone->localPosition;
+        bone->rotation = bone->localRotation;
+        if (bone->parent != nullptr)
+            bone->parent->children.push_back(bone->index);
+        else
+            model.rootBones.push_back(bone);
+    }
+
+    /// The bone before `index` that has the name; of several, the last. Null for "" and for a name
+    /// that is none's, so that the bone becomes a root.
+    Bone* findParent(std::string_view name, std::size_t index) const
+    {
+        if (name == "\"\"")
+            return nullptr;
+        for (std::size_t i = index; i-- > 0;) {
+            if (model.bones[i]->name == name)
+                return model.bones[i];
+        }
+        return nullptr;
+    }
+
+    void readKeys(std::vector<KeyFrame>& keys)
+    {
+        std::int32_t count = 0;
+        readCount(line(), count);
+        keys.resize(toSize(count));
+        for (KeyFrame& key : keys)
+            readKey(line(), key);
+    }
+
+    /// Gives each bone its vertices, in ascending order, in two passes over the vertices.
+    void attachVertices()
+    {
+        std::vector<std::size_t> counts(model.bones.size());
+        for (const Vertex& vertex : model.vertices) {
+            if (hasIndex(counts, vertex.bone))
+                ++counts[static_cast<std::size_t>(vertex.bone)];
+        }
+        for (std::size_t i = 0; i < counts.size(); ++i)
+            model.bones[i]->attached.reserve(counts[i]);
+        for (std::size_t i = 0; i < model.vertices.size(); ++i) {
+            const std::int32_t bone = model.vertices[i].bone;
+            if (hasIndex(model.bones, bone)) {
+                model.bones[static_cast<std::size_t>(bone)]->attached.push_back(
+                    static_cast<std::int32_t>(i));
+            }
+        }
+    }
+
+    Model& model;
+    ModelText& file;
+    std::int32_t meshCount = 0;
+    std::int32_t materialIndex = 0;
+    std::int32_t vertexCount = 0;
+    std::int32_t normalCount = 0;
+    std::int32_t triangleCount = 0;
+    std::int32_t materialCount = 0;
+    std::int32_t boneCount = 0;
+    std::int32_t vertexBase = 0;
+    std::int32_t normalBase = 0;
+    std::array<char, 512> texture = {};
+};
+} // namespace
+
+void ModelText::advance()
+{
+    if (rest.empty())
+        return;
+    const std::string_view window = rest.substr(0, longestPiece);
+    const std::size_t newline = window.find('\n');
+    const std::size_t size = newline == std::string_view::npos ? window.size() : newline + 1;
+    rest.remove_prefix(size);
+    piece = window.substr(0, std::min(size, window.find('\0')));
+}
+
+std::string_view readModelLine(ModelText& file)
+{
+    do {
+        file.advance();
+        // Meant: at the end the last line stays, so one with a comment is waited out for ever; a
+        // file must not end so before the reader is done.
+    } while (file.piece.find("//") != std::string_view::npos || file.piece.starts_with('\n'));
+    return file.piece.substr(0, file.piece.empty() ? 0 : file.piece.size() - 1);
+}
+
+MS3DModel::~MS3DModel()
+{
+    Model::release();
+}
+
+std::int32_t MS3DModel::load(const std::string& path)
+{
+    std::FILE* stream = std::fopen(path.c_str(), "r");
+    if (stream == nullptr) {
+        std::cerr << "'" << path << "': Invalid model filename\n";
+        return 0;
+    }
+    ModelText file(readText(stream));
+    std::fclose(stream);
+
+    Reader(*this, file).read();
+    restVertices = vertices;
+    return 1;
+}
+} // namespace tamor
