@@ -1,0 +1,135 @@
+/// \file
+/// The operations on values with the result's place given, for the evaluator: no value is made or
+/// destroyed on the way. `ScriptValue.h` tells what each computes. Not for hosts.
+///
+/// `result` may be one of the operands, and its array must be empty unless it is an array.
+#pragma once
+
+#include "script/ScriptValue.h"
+
+namespace tamor::arithmetic
+{
+inline bool isNumber(const ScriptValue& value)
+{
+    return value.type == TYPE_INT || value.type == TYPE_FLOAT;
+}
+
+/// A number in the widest floating type at hand, in which float results are computed.
+inline long double wide(const ScriptValue& value)
+{
+    return value.type == TYPE_INT ? static_cast<long double>(value.number)
+                                  : static_cast<long double>(value.asFloat());
+}
+
+/// A number as a single-precision float, in which numbers are compared and powers computed.
+inline float single(const ScriptValue& value)
+{
+    return value.type == TYPE_INT ? static_cast<float>(value.number) : value.asFloat();
+}
+
+inline int wrapped(std::uint32_t bits)
+{
+    return static_cast<int>(bits);
+}
+
+/// Computes on two integers with `integers`, on other pairs of numbers with `floats`.
+template <typename Integers, typename Floats>
+void combine(ScriptValue& result, const ScriptValue& a, const ScriptValue& b, Integers integers,
+             Floats floats)
+{
+    if (a.type == TYPE_INT && b.type == TYPE_INT)
+        result.setInt(wrapped(
+            integers(static_cast<std::uint32_t>(a.number), static_cast<std::uint32_t>(b.number))));
+    else if (isNumber(a) && isNumber(b))
+        result.setFloat(static_cast<float>(floats(wide(a), wide(b))));
+    else
+        result.type = TYPE_NULL;
+}
+
+/// The sum of which at least one operand is no number.
+void addTexts(ScriptValue& result, const ScriptValue& a, const ScriptValue& b);
+
+inline void add(ScriptValue& result, const ScriptValue& a, const ScriptValue& b)
+{
+    if (!isNumber(a) || !isNumber(b))
+        return addTexts(result, a, b);
+    combine(
+        result, a, b, [](std::uint32_t x, std::uint32_t y) { return x + y; },
+        [](long double x, long double y) { return x + y; });
+}
+
+inline void subtract(ScriptValue& result, const ScriptValue& a, const ScriptValue& b)
+{
+    combine(
+        result, a, b, [](std::uint32_t x, std::uint32_t y) { return x - y; },
+        [](long double x, long double y) { return x - y; });
+}
+
+inline void multiply(ScriptValue& result, const ScriptValue& a, const ScriptValue& b)
+{
+    combine(
+        result, a, b, [](std::uint32_t x, std::uint32_t y) { return x * y; },
+        [](long double x, long double y) { return x * y; });
+}
+
+inline void divide(ScriptValue& result, const ScriptValue& a, const ScriptValue& b)
+{
+    if (isNumber(a) && isNumber(b))
+        result.setFloat(static_cast<float>(wide(a) / wide(b)));
+    else
+        result.type = TYPE_NULL;
+}
+
+void modulo(ScriptValue& result, const ScriptValue& a, const ScriptValue& b);
+void power(ScriptValue& result, const ScriptValue& a, const ScriptValue& b);
+
+inline bool isLess(const ScriptValue& a, const ScriptValue& b)
+{
+    if (a.type == TYPE_INT && b.type == TYPE_INT)
+        return a.number < b.number;
+    return isNumber(a) && isNumber(b) && single(a) < single(b);
+}
+
+inline void lessThan(ScriptValue& result, const ScriptValue& a, const ScriptValue& b)
+{
+    if (isNumber(a) && isNumber(b))
+        result.setInt(isLess(a, b) ? 1 : 0);
+    else
+        result.type = TYPE_NULL;
+}
+
+/// Appends the text of a string, a number or a `TYPE_NULL`, as a string's sum has it.
+void appendText(std::string& text, const ScriptValue& value);
+
+/// Makes `to` a copy of `from`, as an assignment does, but writes a payload only where the tag
+/// selects it or where something must go. Either may be an element of the other.
+inline void assign(ScriptValue& to, const ScriptValue& from)
+{
+    // Arrays are replaced whole: indexing a former array must not find its old elements.
+    if (!from.items.empty() || !to.items.empty()) {
+        ScriptValue copy(from);
+        to = std::move(copy);
+        return;
+    }
+    to.type = from.type;
+    to.number = from.number;
+    to.reserved = from.reserved;
+    if (from.type == TYPE_STRING)
+        to.text = from.text;
+    else
+        to.text.clear();
+}
+
+/// Makes `to` what `from` was, without a copy. What `from` holds afterwards is of no meaning.
+inline void transfer(ScriptValue& to, ScriptValue& from)
+{
+    to.type = from.type;
+    to.number = from.number;
+    to.reserved = from.reserved;
+    if (from.type == TYPE_STRING)
+        to.text.swap(from.text);
+    else
+        to.text.clear();
+    to.items.swap(from.items);
+}
+} // namespace tamor::arithmetic

@@ -1,0 +1,59 @@
+#include "script/ScriptInterpreter.h"
+
+#include <fstream>
+#include <iostream>
+
+namespace tamor
+{
+namespace
+{
+/// Parses a file's text up to its first zero byte; a file that cannot be read has none.
+std::vector<ScriptToken> parseFile(ScriptInterpreter& interpreter, const std::string& path)
+{
+    std::ifstream file(path);
+    std::string text;
+    std::getline(file, text, '\0');
+    std::vector<ScriptToken> list;
+    parseText(interpreter, list, std::move(text));
+    return list;
+}
+} // namespace
+
+void ScriptFunction::keepRunningBody()
+{
+    if (activeCalls == 0)
+        return;
+    std::vector<ScriptToken> changing = body;
+    runningBodies.push_back(std::move(body));
+    body = std::move(changing);
+}
+
+ScriptInterpreter::ScriptInterpreter()
+{
+    variables["false"] = ScriptValue(0);
+    variables["true"] = ScriptValue(1);
+    variables["pi"].setFloat(static_cast<float>(3.141592653589793));
+    builtins["print"] = builtinPrint;
+}
+
+bool ScriptInterpreter::runFile(const std::string& path)
+{
+    std::vector<ScriptToken> list = parseFile(*this, path);
+    runTokens(*this, list);
+    return true;
+}
+
+bool ScriptInterpreter::loadFile(const std::string& path)
+{
+    parseFile(*this, path);
+    return true;
+}
+
+ScriptValue builtinPrint(std::string, std::int32_t count, ScriptValue* values)
+{
+    for (std::int32_t i = 0; i < count; ++i)
+        printValue(std::cerr, values[i]) << " ";
+    std::cerr << std::endl;
+    return {count};
+}
+} // namespace tamor

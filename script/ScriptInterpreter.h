@@ -1,0 +1,84 @@
+/// \file
+/// The interpreter of the script language, and all that a host needs of it.
+///
+///     ScriptInterpreter interpreter;
+///     interpreter.builtins["beep"] = beep;          // a ScriptBuiltin of the host's own
+///     interpreter.variables["speed"] = ScriptValue(3);
+///     interpreter.loadFile("library.script");       // its functions only
+///     interpreter.runFile("main.script");
+///     printValue(std::cout, interpreter.variables["result"]);
+#pragma once
+
+#include "script/Evaluator.h"
+#include "script/Parser.h"
+#include "script/ScriptToken.h"
+#include "script/ScriptValue.h"
+#include "script/Tokenizer.h"
+
+#include <cstdint>
+#include <map>
+#include <string>
+#include <vector>
+
+namespace tamor
+{
+/// A function that a script has defined.
+struct ScriptFunction
+{
+    /// The names, each with a `TOK_ARGEND` behind it.
+    std::vector<ScriptToken> parameters;
+    /// The statements, with the braces around them.
+    std::vector<ScriptToken> body;
+
+    /// Called before the body changes: where the body is running, it runs on to its end as it is,
+    /// and the change is made to a copy. A built-in may parse text at any time.
+    void keepRunningBody();
+
+    /// The calls that run the body now, and bodies that have changed while they ran. The
+    /// evaluator's and the parser's; a host leaves them alone.
+    std::int32_t activeCalls = 0;
+    std::vector<std::vector<ScriptToken>> runningBodies;
+};
+
+/// One script world: its functions, its variables, and the built-in functions that it may call.
+///
+/// A host binds a built-in by assigning to `builtins`, and hands values in and out through
+/// `variables`; both may be done at any time. Entries pile up over all files and are never removed
+/// by a script; a host removes entries only while none of the interpreter's scripts is running.
+/// One interpreter belongs to one thread at a time.
+class ScriptInterpreter
+{
+public:
+    /// Sets the variables "false" (0), "true" (1) and "pi", which scripts may overwrite, and the
+    /// built-in "print".
+    ScriptInterpreter();
+    // A copy would go on defining the other's function.
+    ScriptInterpreter(const ScriptInterpreter&) = delete;
+    ScriptInterpreter& operator=(const ScriptInterpreter&) = delete;
+
+    /// Runs a script file, up to its first zero byte. A file that cannot be read counts as empty,
+    /// and nothing is printed.
+    /// \return true
+    bool runFile(const std::string& path);
+
+    /// Takes the function definitions from a script file and leaves its statements alone; as
+    /// `runFile` otherwise.
+    /// \return true
+    bool loadFile(const std::string& path);
+
+    /// Braces that are open in the text, since the last "func".
+    std::int32_t blockDepth = 0;
+    /// The function that takes in what is parsed, in `functions`; or null.
+    ScriptFunction* currentFunction = nullptr;
+    std::map<std::string, ScriptFunction> functions;
+    /// Every variable there is: the language has one scope.
+    std::map<std::string, ScriptValue> variables;
+    /// May hold null pointers, under names that were called and are no built-ins.
+    std::map<std::string, ScriptBuiltin> builtins;
+};
+
+/// The built-in "print": writes each value and a space, then a line end, to the standard error
+/// stream.
+/// \return `TYPE_INT` with the number of values
+ScriptValue builtinPrint(std::string name, std::int32_t count, ScriptValue* values);
+} // namespace tamor

@@ -1,0 +1,118 @@
+#include "script/Tokenizer.h"
+
+#include "script/Paths.h"
+#include "script/Scanner.h"
+#include "script/ScriptInterpreter.h"
+
+namespace tamor
+{
+namespace
+{
+bool startsWith(const std::string& text, CharacterClass characters)
+{
+    return Scanner(text).startsWith(characters);
+}
+
+/// Removes from the front of `text` what the scanner has taken.
+void keepRest(std::string& text, const Scanner& scanner)
+{
+    text.erase(0, text.size() - scanner.text().size());
+}
+} // namespace
+
+bool startsWith(const std::string& text, const std::string& prefix)
+{
+    return text.starts_with(prefix);
+}
+
+bool isSpaceChar(const std::string& text)
+{
+    return startsWith(text, SPACE_CHARACTER);
+}
+
+bool isNumberChar(const std::string& text)
+{
+    return startsWith(text, NUMBER_CHARACTER);
+}
+
+bool isNameChar(const std::string& text)
+{
+    return startsWith(text, NAME_CHARACTER);
+}
+
+bool isQuoteChar(const std::string& text)
+{
+    return text.starts_with('"');
+}
+
+bool isAllSpace(const std::string& text)
+{
+    return Scanner(text).isAllSpace();
+}
+
+void skipSpace(std::string& text)
+{
+    Scanner scanner(text);
+    scanner.skipSpace();
+    keepRest(text, scanner);
+}
+
+std::string readNumberText(std::string& text)
+{
+    Scanner scanner(text);
+    std::string result(scanner.readNumberText());
+    keepRest(text, scanner);
+    return result;
+}
+
+std::string readName(std::string& text)
+{
+    Scanner scanner(text);
+    std::string result(scanner.readName());
+    keepRest(text, scanner);
+    return result;
+}
+
+std::string readVariablePath(std::string& text)
+{
+    Scanner scanner(text);
+    std::string result(scanner.readVariablePath());
+    keepRest(text, scanner);
+    return result;
+}
+
+std::string readStringLiteral(std::string& text)
+{
+    Scanner scanner(text);
+    std::string result = scanner.readStringLiteral();
+    keepRest(text, scanner);
+    return result;
+}
+
+ScriptValue* resolveVariable(ScriptInterpreter& interpreter, const std::string& path)
+{
+    const Scanner scanner(path);
+    return scanner.startsWith(NAME_CHARACTER) ? followPath(interpreter, scanner, nullptr) : nullptr;
+}
+
+ScriptValue* followPath(ScriptInterpreter& interpreter, Scanner path, ScriptValue* result)
+{
+    while (!path.isAllSpace()) {
+        // Meant: a name behind an index starts over, so `a[1]b` is `b`;
+        // `ResolveVariable.StartsOverAtANameBehindAnIndex` holds it.
+        if (path.startsWith(NAME_CHARACTER)) {
+            result = &interpreter.variables[std::string(path.readName())];
+            continue;
+        }
+        if (!path.skip("["))
+            return nullptr;
+        path.skipSpace();
+        if (!path.startsWith(NUMBER_CHARACTER))
+            break;
+        const int index = integerFromText(path.readNumberText());
+        result = &result->arrayElement(static_cast<unsigned>(index));
+        path.takeRun(INDEX_END_CHARACTER);
+    }
+    return result;
+}
+} // namespace tamor
