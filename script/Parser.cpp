@@ -202,6 +202,8 @@ void Parser::fillArguments(std::vector<ScriptToken>& args, std::string_view inne
 }
 } // namespace
 
+// The signature is the hosts'.
+// NOLINTNEXTLINE(performance-unnecessary-value-param)
 bool parseText(ScriptInterpreter& interpreter, std::vector<ScriptToken>& out, std::string text)
 {
     if (interpreter.currentFunction != nullptr)

@@ -49,6 +49,8 @@ bool ScriptInterpreter::loadFile(const std::string& path)
     return true;
 }
 
+// The signature is that of a ScriptBuiltin.
+// NOLINTNEXTLINE(performance-unnecessary-value-param)
 ScriptValue builtinPrint(std::string, std::int32_t count, ScriptValue* values)
 {
     for (std::int32_t i = 0; i < count; ++i)
