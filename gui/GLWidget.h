@@ -273,5 +273,7 @@ private:
     /// Closes the message box if one of its buttons was clicked, and keeps the answer. This,
     /// `messageBox` and `takeMessageResult` are in widgets/MessageBox.cpp, being made of widgets.
     static void pollMessageBox();
+    /// Lets what stays registered of a message box no longer point to what is deleted of it.
+    static void cutOff(const GLWidget& window);
 };
 } // namespace tamor

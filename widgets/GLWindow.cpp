@@ -1,0 +1,178 @@
+#include "widgets/GLWindow.h"
+
+#include "widgets/ClientRect.h"
+
+#include <GL/gl.h>
+
+#include <algorithm>
+
+namespace tamor
+{
+GLWindow::GLWindow(const std::string& newName, GLWidget* newParent, const Vector& newPosition,
+                   Theme* newTheme, const std::string& title, bool isDraggable)
+    : GLWidget(newName, newParent, newPosition, newTheme), draggable(isDraggable)
+{
+    text = title;
+}
+
+bool GLWindow::onMouseButtons(bool left, bool middle, bool right)
+{
+    passButtonsToChildren(left, middle, right);
+    // A press on a child never starts a drag of its parent.
+    if (isChildHovered())
+        return false;
+    // Meant: no edge is looked for, so that a button already down when the pointer comes onto the
+    // strip starts a drag; `GLWindowDragGLTest.StartsWithAButtonThatWasDownBefore` holds it.
+    dragging = left && hover && draggable;
+    return true;
+}
+
+bool GLWindow::onPointer(float x, float y)
+{
+    mouse = Vector(x, y);
+    if (dragging)
+        drag(Vector(mouse.x - lastMouse.x, mouse.y - lastMouse.y));
+    lastMouse = mouse;
+
+    const float inset = 3.0F * theme->margin;
+    passPointerToChildren(x - position.x - inset, y - position.y - inset);
+    // Meant: over a child `hover` keeps what it was, true as well as false;
+    // `GLWindowHoverGLTest.StaysTrueWhileAChildIsHovered` holds it.
+    if (isChildHovered())
+        return true;
+    hover = hitTest() || dragging;
+    return true;
+}
+
+bool GLWindow::render()
+{
+    glPushMatrix();
+    translateToCentre();
+    glDisable(GL_DEPTH_TEST);
+    glDisable(GL_TEXTURE_2D);
+    backdrop = 0;
+    // Meant: the chamfer, not `lineWidth`, so that the edge is the thinnest line that the driver
+    // offers; `GLWindowDrawingGLTest.MakesTheseCalls` holds it.
+    glLineWidth(theme->chamfer);
+    renderPlate();
+
+    const Vector& size = dimensions;
+    const Vector& fontSize = theme->fontSize;
+    const float rule = std::min(size.y / 2.0F - 1.5F * fontSize.y,
+                                -size.y / 2.0F + (1.0F - theme->chamfer) * size.y);
+    renderRule(rule);
+
+    setColour(theme->textColour);
+    glTranslatef(-size.x / 2.0F + theme->chamfer * size.y,
+                 size.y / 2.0F - 1.5F * fontSize.y + fontSize.y / 3.0F, 0.0F);
+    drawText(text);
+    glPopMatrix();
+
+    renderContent();
+    return true;
+}
+
+void GLWindow::renderPlate() const
+{
+    const float cut = theme->chamfer * dimensions.y;
+
+    // Meant: blending is first enabled for the edge, so that the body is drawn with whatever the
+    // widget before left; `GLWindowDrawingGLTest.MakesTheseCalls` holds it.
+    glPolygonMode(GL_FRONT_AND_BACK, GL_FILL);
+    setColour(theme->bodyColour, brightness(), theme->bodyAlpha);
+    drawPlate(cut, theme->chamfer);
+
+    glPolygonMode(GL_FRONT_AND_BACK, GL_LINE);
+    setColour(theme->edgeColour, brightness(), theme->bodyAlpha);
+    glDisable(GL_TEXTURE_2D);
+    glEnable(GL_BLEND);
+    drawPlate(cut, theme->chamfer);
+
+    glPolygonMode(GL_FRONT_AND_BACK, GL_FILL);
+    glDisable(GL_TEXTURE_2D);
+}
+
+void GLWindow::renderRule(float y) const
+{
+    setColour(theme->edgeColour, brightness(), theme->bodyAlpha);
+    glBegin(GL_LINES);
+    glVertex2f(-dimensions.x / 2.0F, y);
+    glVertex2f(dimensions.x / 2.0F, y);
+    glEnd();
+}
+
+void GLWindow::renderContent() const
+{
+    const float inset = 3.0F * theme->margin;
+    glPushMatrix();
+    glTranslatef(position.x + inset, position.y + inset, 0.0F);
+    renderChildren();
+    glPopMatrix();
+}
+
+std::string GLWindow::typeName() const
+{
+    return "GLWindow";
+}
+
+bool GLWindow::addChild(GLWidget* child)
+{
+    GLWidget::addChild(child);
+    widenForTitle();
+    return true;
+}
+
+Vector GLWindow::getClientRect() const
+{
+    return clientRect(position, dimensions, *theme);
+}
+
+bool GLWindow::fitChildren()
+{
+    GLWidget::fitChildren();
+    widenForTitle();
+    for (const GLWidget* child : children) {
+        const float top = child->getRect().w;
+        dimensions.y =
+            std::max(dimensions.y, 6.0F * theme->margin + top + 2.0F * theme->fontSize.y);
+    }
+    return true;
+}
+
+bool GLWindow::deselect(GLWidget* chosen)
+{
+    for (GLWidget* child : children)
+        child->deselect(chosen);
+    return true;
+}
+
+bool GLWindow::hitTest() const
+{
+    const float top = position.y + dimensions.y;
+    const bool isOverStrip = mouse.x > position.x && mouse.x < position.x + dimensions.x &&
+                             mouse.y > top - 2.0F * theme->fontSize.y && mouse.y < top;
+    return isOverStrip && draggable;
+}
+
+void GLWindow::drag(const Vector& delta)
+{
+    const Vector from = position;
+    position += delta;
+    if (parent == nullptr)
+        return;
+
+    // Meant: the rectangle is in the parent's inner coordinates and its bounds are in the outer
+    // ones; they are compared as they stand. `GLWindowDragGLTest.IsBoundedByTheParent` holds it.
+    const Vector rect = getRect();
+    const Vector bounds = parent->getClientRect();
+    const bool isInside =
+        rect.x > bounds.x && rect.y > bounds.y && rect.z < bounds.z && rect.w < bounds.w;
+    if (!isInside)
+        position = from;
+}
+
+void GLWindow::widenForTitle()
+{
+    dimensions.x = std::max(dimensions.x, measureText(text) + 2.0F * theme->fontSize.x);
+}
+} // namespace tamor
