@@ -34,7 +34,11 @@ bool assignTexture(std::uint32_t& id, const TextureKey& key);
 
 /// Fills `image` from the file at `key.path`: a path with "tga" anywhere in it through `readTGA`,
 /// otherwise one with "png" through `readPNG`.
-/// \return whether the reader succeeded. Any other path prints
+///
+/// The substring decides, not the extension: "tgaskin.png" goes to `readTGA`, and "MAP.TGA" to
+/// none. Where a reader gives up behind the size that the file states, the image keeps that size
+/// with pixels that are all 0, or its old size if no picture is that large. \return whether the
+/// reader succeeded. Any other path prints
 ///         <path>: Unsupported texture format
 bool loadImage(Image& image, TextureKey key);
 } // namespace tamor
