@@ -10,8 +10,8 @@ packages_to_build=(
     libgl1-mesa-dri fonts-dejavu-core
 )
 packages_for_a_display=(xvfb xdotool imagemagick)
-packages_to_test=(libgtest-dev libgmock-dev apitrace libx11-dev)
-packages_to_check=(libgtest-dev libgmock-dev libbenchmark-dev libx11-dev clang-format clang-tidy)
+packages_to_test=(libgtest-dev libgmock-dev apitrace libx11-dev libxdamage-dev)
+packages_to_check=(libgtest-dev libgmock-dev libbenchmark-dev libx11-dev libxdamage-dev clang-format clang-tidy)
 packages_to_measure=(libbenchmark-dev libstb-dev libguichan-dev liblua5.4-dev xvfb)
 
 say()
