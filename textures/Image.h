@@ -6,6 +6,8 @@
 /// to others.
 #pragma once
 
+#include "maths/Vector.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -56,6 +58,80 @@ public:
 
     /// `width` times `height`; 0 if one of them is not above 0.
     std::size_t pixelCount() const;
+
+    /// \name Procedures
+    /// They change the pixels in place (so also those of every copy of the record), work on any
+    /// size, leave alpha alone unless they say otherwise, and return true. They address the pixel
+    /// at (i, j) as `height * i + j`, with i from 0 to `width` and j from 0 to `height`; only
+    /// `scroll` takes rows of `width` pixels. For a square image the two agree.
+    /// @{
+
+    /// Becomes newWidth x newHeight pixels of opaque black. Frees the old pixels.
+    bool clear(std::int32_t newWidth, std::int32_t newHeight);
+
+    /// Turns every colour channel, and alpha too if `withAlpha`, into 1 minus itself.
+    bool invert(bool withAlpha);
+
+    /// Adds `octaves` layers of value noise to red, then copies red to green and blue. The values
+    /// may leave 0 to 1.
+    ///
+    /// Noise cells of the first layer are `frequency` times the image's size, so a larger frequency
+    /// gives wider features. Each further layer has its cells multiplied by `frequencyFactor` and
+    /// its height by `amplitudeFactor`.
+    /// \param amplitude  the first layer's height: it adds between -amplitude and amplitude
+    bool perlin(std::int32_t octaves, float frequency, float amplitude, float frequencyFactor,
+                float amplitudeFactor);
+
+    /// Limits red, green and blue to 0 to 1.
+    bool clamp();
+
+    /// Stretches red so that its smallest value becomes 0 and its largest 1, and copies it to green
+    /// and blue. An image of one red value becomes not-a-number.
+    bool normalise();
+
+    /// Softens all four channels with an exponential kernel of `radius` pixels to each side, cut
+    /// off at the borders. Wholly transparent pixels lend no colour to their neighbours along i. A
+    /// radius of 0 blackens those pixels and keeps the others; a negative one leaves every channel
+    /// 0.
+    bool blur(std::int32_t radius);
+
+    /// Moves the picture by `dx` pixels to the right and `dy` rows on, or back where they are
+    /// negative. What leaves the image is gone, and `fill` comes in from the other side; a distance
+    /// of the size or more leaves only `fill`. The unnamed arguments have no effect.
+    bool scroll(std::int32_t dx, std::int32_t dy, std::int32_t, std::int32_t, Vector fill, bool);
+
+    /// Becomes itself times one factor plus `other` times another, pixel by pixel in all four
+    /// channels, limited to 0 to 1. An `other` of another size is sampled at the same relative
+    /// place, unfiltered; one without pixels changes nothing.
+    ///
+    /// The factor codes:
+    ///
+    ///     0  the source is left out       1  the source as it is
+    ///     2  this pixel's alpha           3  the other pixel's alpha
+    ///     4  1 - this pixel's alpha       5  1 - the other pixel's alpha
+    ///     6  this pixel's luminance       7  the other pixel's luminance
+    ///     8  1 - this pixel's luminance   9  1 - the other pixel's luminance
+    ///
+    /// Luminance is the mean of red, green and blue. So codes 2 and 4 lay this image over the other
+    /// one, and 5 and 3 lay the other one over this.
+    ///
+    /// Any other code leaves its source out and prints, for every pixel:
+    ///
+    ///     Unknown texture operation
+    bool blend(std::uint32_t thisFactor, std::uint32_t otherFactor, const Image& other);
+
+    /// The noise of a lattice point, -1 to 1: the same in every image and every run.
+    static float noise(std::int32_t x, std::int32_t y);
+
+    /// The noise of a lattice point, softened by that of its eight neighbours.
+    static float smoothNoise(std::int32_t x, std::int32_t y);
+
+    /// From `a` at t = 0 to `b` at t = 1 along half a cosine wave.
+    static float cosineInterpolate(float a, float b, float t);
+
+    /// The softened noise between the lattice points. A coordinate is truncated toward zero.
+    static float interpolatedNoise(float x, float y);
+    /// @}
 
     std::int32_t width = 2;
     std::int32_t height = 2;
