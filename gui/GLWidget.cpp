@@ -45,7 +45,7 @@ GLWidget::GLWidget(const std::string& newName, GLWidget* newParent, const Vector
 
     // Meant: the GUI has one font scale and one viewport, those of the widget built last, and a
     // widget built while an answer waits clears it. A constructor can thus measure its text with
-    // its own theme. `GLWidgetGLTest.BuildingAnyWidgetSetsScaleViewportAndMessageResult` holds it.
+    // its own theme. `GLWidgetConstructionGLTest.SetsScaleViewportAndMessageResult` holds it.
     font.setScale(theme->fontSize.x, theme->fontSize.y);
     messageResult = 0;
     glGetIntegerv(GL_VIEWPORT, viewport.data());
@@ -204,7 +204,8 @@ void GLWidget::setLit()
 GLWidget* GLWidget::find(const std::string& widgetName)
 {
     // Meant: asking for an unknown name registers it with a null pointer, so that a name that was
-    // cleared and one that never was look alike. `GLWidgetFind.*` holds it.
+    // cleared and one that never was look alike.
+    // `GLWidgetFind.GivesNullForAnUnknownNameAndAddsANullEntry` holds it.
     return widgets[widgetName];
 }
 
@@ -242,6 +243,16 @@ void GLWidget::setColour(const Vector& colour, float factor)
 void GLWidget::setColour(const Vector& colour, float factor, float alpha)
 {
     glColor4f(colour.x * factor, colour.y * factor, colour.z * factor, alpha);
+}
+
+void GLWidget::drawText(const std::string& newText)
+{
+    font.print(newText.c_str());
+}
+
+float GLWidget::measureText(const std::string& newText)
+{
+    return font.textWidth(newText.c_str());
 }
 
 void GLWidget::drawPlate(float cut) const

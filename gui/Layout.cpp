@@ -104,7 +104,7 @@ void GLWidget::LayoutReader::read()
 
     // Meant: the end of the file ends the loop and a failed stream does not. A file that cannot be
     // opened, an empty text field or a word in a number's place thus never returns: whoever loads a
-    // layout makes sure of it. `LoadLayoutGLTest.NeverReturnsFrom*` holds it.
+    // layout makes sure of it. `LoadLayoutNeverReturns` holds it.
     while (!stream.eof())
         readLine();
 
@@ -184,8 +184,8 @@ void GLWidget::LayoutReader::addTextLine()
 void GLWidget::LayoutReader::finishTree()
 {
     // Meant: what was deferred stays so. A second SOLID attaches it all again, and a container
-    // behind the only SOLID joins nothing. `LoadLayoutGLTest.AttachesAgainAtASecondSolid` and
-    // `LoadLayoutGLTest.LeavesAContainerBehindTheOnlySolidUnattached` hold it.
+    // behind the only SOLID joins nothing. `LoadLayout.AttachesAgainAtASecondSolid` and
+    // `LoadLayout.LeavesAContainerBehindTheOnlySolidUnattached` hold it.
     for (const DeferredChild& each : deferred) {
         if (each.tab == noTab)
             each.parent->addChild(each.child);

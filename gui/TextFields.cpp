@@ -27,7 +27,7 @@ std::string readText(std::istream& stream)
 {
     // Meant: get, which fails on an empty rest of the line and not on a long one; a layout with an
     // empty text field never finishes loading because of it.
-    // `LoadLayoutGLTest.NeverReturnsFromALayoutWithAnEmptyTextField` holds it.
+    // `ReadText.FailsTheStreamWhenTheLineEndsAtOnce` holds it.
     char buffer[textBufferSize] = {};
     stream.get(buffer, textBufferSize);
 
