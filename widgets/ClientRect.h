@@ -13,7 +13,7 @@ inline Vector clientRect(const Vector& position, const Vector& dimensions, const
 {
     // Meant: the share is of the width upward too, and `lineWidth`, a number of pixels, is taken
     // off a length in GUI units, which puts the top far below the bottom with the built-in theme,
-    // so that a child window cannot be dragged at all; `GLWindowDragGLTest.IsBoundedByTheParent`
+    // so that a child window cannot be dragged at all; `GLWindowDrag.IsBoundedByTheParent`
     // holds it.
     const float share = 0.01F * dimensions.x;
     return {position.x + share, position.y + share, position.x + 0.99F * dimensions.x,

@@ -48,7 +48,7 @@ bool Combobox::onMouseButtons(bool left, bool middle, bool right)
         open = !open;
         // Meant: the press is stored as none, so that it is no press on a row, nor its end the
         // release; the button must be seen down once more for that.
-        // `ComboboxChoiceGLTest.TheReleaseOfTheOpeningPressChoosesNothing` holds it.
+        // `ComboboxChoice.TheReleaseOfTheOpeningPressChoosesNothing` holds it.
         left = false;
     } else if (!isPressed)
         toggled = false;
@@ -68,7 +68,7 @@ bool Combobox::onPointer(float x, float y)
 {
     mouse = Vector(x, y);
     // Meant: without the inner margin that the button is drawn with;
-    // `ComboboxPointerGLTest.ReachesTheButtonWithoutTheInnerMargin` holds it.
+    // `ComboboxPointer.ReachesTheButtonWithoutTheInnerMargin` holds it.
     button().onPointer(x - position.x, y - position.y);
     return true;
 }

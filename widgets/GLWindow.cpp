@@ -22,7 +22,7 @@ bool GLWindow::onMouseButtons(bool left, bool middle, bool right)
     if (isChildHovered())
         return false;
     // Meant: no edge is looked for, so that a button already down when the pointer comes onto the
-    // strip starts a drag; `GLWindowDragGLTest.StartsWithAButtonThatWasDownBefore` holds it.
+    // strip starts a drag; `GLWindowDrag.StartsWithAButtonThatWasDownBefore` holds it.
     dragging = left && hover && draggable;
     return true;
 }
@@ -37,7 +37,7 @@ bool GLWindow::onPointer(float x, float y)
     const float inset = 3.0F * theme->margin;
     passPointerToChildren(x - position.x - inset, y - position.y - inset);
     // Meant: over a child `hover` keeps what it was, true as well as false;
-    // `GLWindowHoverGLTest.StaysTrueWhileAChildIsHovered` holds it.
+    // `GLWindowHover.StaysTrueWhileAChildIsHovered` holds it.
     if (isChildHovered())
         return true;
     hover = hitTest() || dragging;
@@ -162,7 +162,7 @@ void GLWindow::drag(const Vector& delta)
         return;
 
     // Meant: the rectangle is in the parent's inner coordinates and its bounds are in the outer
-    // ones; they are compared as they stand. `GLWindowDragGLTest.IsBoundedByTheParent` holds it.
+    // ones; they are compared as they stand. `GLWindowDrag.IsBoundedByTheParent` holds it.
     const Vector rect = getRect();
     const Vector bounds = parent->getClientRect();
     const bool isInside =

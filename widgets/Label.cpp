@@ -13,7 +13,7 @@ Label::Label(const std::string& newName, GLWidget* newParent, const Vector& newP
     : GLWidget(newName, newParent, newPosition, newTheme)
 {
     // Meant: the height follows the number of line ends, not of lines, so that two lines are as
-    // high as one; `LabelSizeGLTest.TwoLinesAreAsHighAsOne` holds it.
+    // high as one; `LabelSize.TwoLinesAreAsHighAsOne` holds it.
     const auto rows = static_cast<float>(std::max(1, countOccurrences(caption, "\n")));
     text = caption;
     dimensions = Vector(measureText(text) + theme->fontSize.x, theme->fontSize.y * 1.5F * rows);

@@ -72,7 +72,7 @@ bool GLWidget::messageBox(const std::string& message, std::int32_t flags)
 {
     // Meant: each call reads the theme anew, even when a box is open and nothing else happens. The
     // theme before stays in memory, since widgets may have it.
-    // `MessageBoxGLTest.ReadsTheThemeOnEveryCall` holds it.
+    // `MessageBox.ReadsTheThemeOnEveryCall` holds it.
     Theme* const theme = createTheme("messagebox");
     theme->read("messagebox.theme");
     if (find(windowName) != nullptr)
@@ -112,7 +112,7 @@ void GLWidget::pollMessageBox()
 
     // Meant: the label is not named "__msgbox_msg", so that it stays in memory and registered, as
     // the frame does, until the next box takes their names over.
-    // `MessageBoxGLTest.LeavesItsLabelAndItsFrameInTheRegistry` holds it.
+    // `MessageBox.LeavesItsLabelAndItsFrameInTheRegistry` holds it.
     if (const GLWidget* window = find(windowName))
         cutOff(*window);
     std::erase(topLevel, find(windowName));

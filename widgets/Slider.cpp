@@ -136,7 +136,7 @@ void Slider::drag(float motion, float length)
     const float scale = aspect / (aspect * length);
     const float candidate = motion * scale + value;
     // Meant: a motion that would reach an end is refused, not clamped, so that the value is never 0
-    // or 1 and the knob can fall behind the pointer; `SliderDragGLTest.RefusesToReachAnEnd` holds
+    // or 1 and the knob can fall behind the pointer; `SliderDrag.RefusesToReachAnEnd` holds
     // it. A slider without a length has no finite scale, and nothing passes.
     if (candidate > 0.0F && candidate < 1.0F)
         value = candidate;

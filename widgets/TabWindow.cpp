@@ -55,7 +55,7 @@ bool TabWindow::onMouseButtons(bool left, bool middle, bool right)
         if (tabs[i].button == nullptr || !tabs[i].button->isActive())
             continue;
         // Meant: the widgets that leave are not told, so that an option keeps its tick and a text
-        // box its focus; `TabWindowSwitchGLTest.TellsNothingToTheWidgetsThatLeave` holds it.
+        // box its focus; `TabWindowSwitch.TellsNothingToTheWidgetsThatLeave` holds it.
         children = tabs[i].widgets;
         currentTab = static_cast<std::int32_t>(i);
     }
@@ -127,7 +127,7 @@ bool TabWindow::fitChildren()
 
     const Vector rowStart(dimensions.y * theme->chamfer, dimensions.y - 1.75F * theme->fontSize.y);
     // Meant: an addition to where `addTab` put the button, so that a second call moves it again;
-    // `TabWindowFitGLTest.MovesTheButtonsAgainWhenCalledAgain` holds it.
+    // `TabWindowFit.MovesTheButtonsAgainWhenCalledAgain` holds it.
     forEachButton([&](Button& button) { button.move(position + rowStart); });
     widenForButtons();
     return true;

@@ -41,6 +41,14 @@ std::uint32_t countRows(const std::string& text)
     return static_cast<std::uint32_t>(std::count(text.begin(), text.end(), '\n')) + 1;
 }
 
+/// What `Font::textWidth` adds for a character.
+float widthOf(char character)
+{
+    const auto code = static_cast<unsigned char>(character);
+    const Font& font = GLWidget::font;
+    return code < font.advance.size() ? font.advance[code] * font.scaleX : 0.0F;
+}
+
 /// Where the last row of `text` begins, its line end included: that is how rows are measured.
 std::size_t lastRowStart(const std::string& text)
 {
@@ -63,7 +71,7 @@ Textbox::Textbox(const std::string& newName, GLWidget* newParent, const Vector& 
 bool Textbox::onMouseButtons(bool left, bool /*middle*/, bool /*right*/)
 {
     // Meant: nothing here takes the focus away, a press elsewhere included;
-    // `TextboxFocusGLTest.StaysAfterAPressElsewhere` holds it.
+    // `TextboxFocus.StaysAfterAPressElsewhere` holds it.
     if (left && hitTest())
         hover = true;
     return hitTest() && hover;
@@ -99,7 +107,7 @@ bool Textbox::onKeys(const std::uint8_t* pressed)
     if (pressed[KEY_DOWN] != 0)
         moveDown();
     // Meant: rows are counted in `text`, which is older than this frame's changes;
-    // `TextboxReturnGLTest.CountsTheRowsOfTheTextBeforeThisFrame` holds it.
+    // `TextboxReturn.CountsTheRowsOfTheTextBeforeThisFrame` holds it.
     if (pressed[KEY_RETURN] != 0 && countRows(text) < maxRows)
         beforeCursor += '\n';
     wrapOrType(pressed);
@@ -207,7 +215,7 @@ void Textbox::moveDown()
 
     // Meant: all the text below is searched, not just the next row. The search stops at the first
     // column that comes no nearer, so it ends with that row.
-    // `TextboxDownGLTest.StopsAtTheEndOfAShorterRow` holds it.
+    // `TextboxDown.StopsAtTheEndOfAShorterRow` holds it.
     const std::string rest = afterCursor.substr(firstEnd + 1);
     const auto column = static_cast<std::size_t>(
         std::max<std::ptrdiff_t>(0, closestColumn(rest, measureCursorRow())));
@@ -226,7 +234,7 @@ std::ptrdiff_t Textbox::closestColumn(const std::string& row, float target)
     float best = 1000.0F;
     for (std::size_t column = 0; column <= row.size(); ++column) {
         if (column > 0 && column <= plain)
-            sum += font.advance[static_cast<std::size_t>(row[column - 1])] * font.scaleX;
+            sum += widthOf(row[column - 1]);
         const float width =
             column <= plain ? std::max(0.0F, sum) : measureText(row.substr(0, column));
         const float distance = std::abs(width - target);
@@ -243,7 +251,7 @@ void Textbox::wrapOrType(const std::uint8_t* pressed)
     const float needed = measureCursorRow() + measureText("ww");
     if (needed > dimensions.x && countRows(text) < maxRows) {
         // Meant: the keys of the frame that wraps are lost;
-        // `TextboxWrapGLTest.LosesTheKeyOfTheFrameThatWraps` holds it.
+        // `TextboxWrap.LosesTheKeyOfTheFrameThatWraps` holds it.
         wrapLastWord();
         return;
     }
@@ -264,6 +272,6 @@ void Textbox::wrapLastWord()
 
 float Textbox::measureCursorRow() const
 {
-    return measureText(beforeCursor.substr(lastRowStart(beforeCursor)));
+    return font.textWidth(beforeCursor.c_str() + lastRowStart(beforeCursor));
 }
 } // namespace tamor
