@@ -60,7 +60,7 @@ bool Kernel::removeCatcher(const ObjectRef<EventCatcher>& catcher)
     const EventCatcher* const removed = catcher.get();
     // Meant: the walk steps over a record that moved into an erased place, so of two adjacent
     // records of one catcher only the first goes; callers that registered twice rely on it.
-    // `Kernel.RemovingErasesOnlyTheFirstOfTwoAdjacentRecords` holds it.
+    // `KernelTest.RemovingErasesOnlyTheFirstOfTwoAdjacentRecords` holds it.
     for (std::size_t position = 0; position < catchers.size(); ++position) {
         if (catchers[position].catcher.get() == removed)
             catchers.erase(catchers.begin() + static_cast<std::ptrdiff_t>(position));

@@ -79,6 +79,7 @@ protected:
     {
         SDL_QuitSubSystem(SDL_INIT_VIDEO);
         collectAll();
+        kernel = nullptr;
         // The sweep ends a process, and this one goes on to further tests.
         shuttingDown = false;
     }

@@ -69,6 +69,7 @@ protected:
     {
         WindowTest::TearDown();
         collectAll();
+        kernel = nullptr;
         // The sweep ends a process, and this one goes on to further tests.
         shuttingDown = false;
     }
