@@ -1,0 +1,81 @@
+/// \file
+/// The demonstration.
+///
+/// The folder app/ holds the program's entry and its one catcher, which assembles the running
+/// system: the kernel, the input, the window, the GUI of "my.gui", a camera and four falling
+/// objects. It starts no models, scripts, shaders or terrain.
+#pragma once
+
+#include "camera/FPSCamera.h"
+#include "kernel/Kernel.h"
+#include "maths/Light.h"
+#include "maths/Vector.h"
+#include "textures/Font.h"
+
+#include <cstdint>
+#include <vector>
+
+namespace tamor
+{
+class Model;
+
+/// A body that falls. Distances are in world units.
+struct PhysicsObject
+{
+    Vector position;
+    Vector velocity; ///< units a second
+    float mass = 0.0F;
+};
+
+/// Runs the demonstration: draws the GUI, reads its widgets by name, reports the frame rate.
+///
+/// Members that nothing uses are part of the class as designed: building them has effects, such as
+/// the light number that is taken.
+class Application : public EventCatcher
+{
+public:
+    Application();
+
+    /// Installs the signal handlers, builds the kernel, the input and the window, registers all
+    /// three catchers, and runs the kernel until the end.
+    /// \return true, also after a failed start
+    bool run();
+
+    /// Loads "my.gui", sets up the scene, hands input to GUI and camera, and draws.
+    /// \return false to end the program: from `EV_KEYBOARD` while Escape is held, from `EV_UPDATE`
+    ///         when `update` asks for it
+    bool handleEvent(Event event) override;
+
+    /// One frame of the demonstration. Prints the frame rate every five seconds, as
+    ///     <frames> frames in <seconds> seconds = <rate> FPS
+    /// \param delta  milliseconds
+    /// \return false to ask for the end
+    bool update(std::int32_t delta);
+
+    /// Clears the window and draws the GUI. The clear colour that `update` chose is used and then
+    /// replaced by blue.
+    /// \param clearFlag  not used
+    /// \return true
+    bool renderFrame(bool clearFlag);
+
+    Model* model = nullptr; ///< not owned
+    FPSCamera camera;
+    Light light;
+    Font font;
+    std::uint32_t texture = 0;
+    KeyboardState keyboard; ///< as of the latest `EV_KEYBOARD`
+    std::vector<PhysicsObject> objects;
+    std::int32_t frameCount = 0; ///< frames since the last report
+    std::int32_t frameTime = 0;  ///< milliseconds since the last report
+    float origin[3] = {0.0F, 0.0F, 0.0F};
+    ObjectRef<Kernel> kernel; ///< empty until `run`
+
+private:
+    void setUpScene();
+    bool handleMouse(const MouseState& mouse);
+    bool handleKeyboard(const KeyboardState& newKeyboard);
+    void moveCamera(std::int32_t delta);
+    void moveObjects(std::int32_t delta);
+    void reportFrameRate();
+};
+} // namespace tamor
