@@ -202,7 +202,7 @@ TEST_F(ApplicationGLTest, TheFirstFrameIsBlackAndLaterOnesBlue)
 TEST_F(ApplicationGLTest, EscapeEndsBeforeTheGUISeesTheKeys)
 {
     load("CADD Text box NULL 0 0 20 2\n");
-    widget("box").onMouseMove(420, 290);
+    widget("box").onMouseMove(405, 290);
     widget("box").onMouseButtons(true, false, false);
 
     EXPECT_FALSE(sendKeys({27, 'a'}));
