@@ -11,7 +11,7 @@ packages_to_build=(
 )
 packages_for_a_display=(xvfb xdotool imagemagick)
 packages_to_test=(libgtest-dev libgmock-dev apitrace libx11-dev libxdamage-dev)
-packages_to_check=(libgtest-dev libgmock-dev libbenchmark-dev libx11-dev libxdamage-dev clang-format clang-tidy)
+packages_to_check=(libgtest-dev libgmock-dev libpng-dev libbenchmark-dev libx11-dev libxdamage-dev clang-format clang-tidy)
 packages_to_measure=(libbenchmark-dev libstb-dev libguichan-dev liblua5.4-dev xvfb)
 
 say()
@@ -58,7 +58,7 @@ start_display()
 {
     local number
     number=$(mktemp)
-    Xvfb -displayfd 3 -screen 0 1024x768x24 -nolisten tcp 3>"$number" >/dev/null 2>&1 </dev/null &
+    Xvfb -displayfd 3 -screen 0 1024x768x24 -nolisten tcp -noreset 3>"$number" >/dev/null 2>&1 </dev/null &
     display_process=$!
     trap 'kill "$display_process" 2>/dev/null || true' EXIT
     until [[ -s $number ]]; do
