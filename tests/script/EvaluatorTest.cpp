@@ -252,6 +252,10 @@ TEST(EvaluateTokens, KeepsTheValueOfAnAssignmentWhileOthersAreEvaluated)
     EXPECT_EQ(script.evaluated("(x = 2) + change()"), "int 7");
     EXPECT_EQ(script.evaluated("y = x = 3"), "int 3");
     EXPECT_EQ(script["y"], "int 3");
+    EXPECT_EQ(script.evaluated("change() = x = y"), "int 3") << "x is 100 by then";
+    EXPECT_EQ(script.evaluated("y = x = \"a\" + \"b\""), "string ab");
+    EXPECT_EQ(script["x"], "string ab");
+    EXPECT_EQ(script["y"], "string ab");
 }
 
 TEST(EvaluateTokens, AssignsToNothingThatIsNoVariable)
@@ -279,6 +283,8 @@ TEST(EvaluateTokens, GrowsAStringInItsPlaceAsByTheRules)
     EXPECT_EQ(script.evaluated("s = s + \"x\" + \"y\""), "string truexy");
     EXPECT_EQ(script.evaluated("t = s + \"z\""), "string truexyz");
     EXPECT_EQ(script["s"], "string truexy");
+    EXPECT_EQ(script.evaluated("s = s + \"z\" == \"truexyz\""), "int 1");
+    EXPECT_EQ(script["s"], "int 1");
     EXPECT_EQ(script.evaluated("a[0] = a[0] + \"z\""), "string NULLz");
     EXPECT_EQ(script.evaluated("a[0] = a[1] + \"y\""), "string NULLy");
 }
