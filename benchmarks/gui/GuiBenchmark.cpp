@@ -1,0 +1,92 @@
+// What the GUI itself costs, apart from the OpenGL calls that it has to make.
+//
+//   BM_frame/N    a frame of N widgets: pointer, buttons, time and drawing
+//   BM_replay/N   the OpenGL calls of that same frame from a list, and nothing else
+//   BM_load/N     loading the layout of N widgets from a file
+//
+// All runs on Mesa's no-op driver, which takes every call and draws nothing. Run by scripts/bench,
+// or by hand under a display. Read BM_frame against BM_replay of the same N: the ratio is what the
+// widgets add. "per_widget" of the same name over N shows the growth.
+//
+// The engine's own instructions a widget, with the driver's left out:
+//   benchmarks/gui/count-instructions build/release/benchmarks/gui/tamor-gui-benchmarks
+
+#include "benchmarks/gui/CallList.h"
+#include "benchmarks/gui/Scene.h"
+#include "gui/GLWidget.h"
+
+#include <benchmark/benchmark.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+
+namespace tamor::bench
+{
+namespace
+{
+void tellPerWidget(benchmark::State& state)
+{
+    state.counters["per_widget"] = benchmark::Counter(
+        static_cast<double>(state.range(0)),
+        benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
+}
+
+void BM_frame(benchmark::State& state)
+{
+    loadScene(layoutOf(static_cast<int>(state.range(0))));
+    for (int frame = 0; frame < 100; ++frame)
+        drawFrame();
+
+    for (auto each : state)
+        drawFrame();
+    tellPerWidget(state);
+}
+BENCHMARK(BM_frame)->Arg(100)->Arg(1000)->Arg(10000)->Unit(benchmark::kMicrosecond);
+
+#ifdef TAMOR_FRAME_RECORDER
+void BM_replay(benchmark::State& state)
+{
+    const std::string count = std::to_string(state.range(0));
+    const std::string file = std::filesystem::absolute("frame.calls").string();
+    if (std::system((TAMOR_FRAME_RECORDER " " + count + " " + file).c_str()) != 0) {
+        state.SkipWithError("the recorder failed");
+        return;
+    }
+    const CallList list(file);
+
+    for (auto each : state)
+        list.play();
+    tellPerWidget(state);
+    state.counters["calls"] = static_cast<double>(list.size());
+}
+BENCHMARK(BM_replay)->Arg(100)->Arg(1000)->Arg(10000)->Unit(benchmark::kMicrosecond);
+#endif
+
+void BM_load(benchmark::State& state)
+{
+    const auto count = static_cast<std::size_t>(state.range(0));
+    const std::string layout = layoutOf(static_cast<int>(count));
+    loadScene(layout);
+    if (GLWidget::widgets.size() != count) {
+        state.SkipWithError("the layout did not load");
+        return;
+    }
+
+    for (auto each : state)
+        loadScene(layout);
+    tellPerWidget(state);
+}
+// As often as that no more than 100,000 widgets are left behind.
+BENCHMARK(BM_load)->Arg(100)->Iterations(1000)->Unit(benchmark::kMicrosecond);
+BENCHMARK(BM_load)->Arg(1000)->Iterations(100)->Unit(benchmark::kMicrosecond);
+BENCHMARK(BM_load)->Arg(10000)->Iterations(10)->Unit(benchmark::kMicrosecond);
+} // namespace
+} // namespace tamor::bench
+
+int main(int argumentCount, char** arguments)
+{
+    tamor::bench::openScene();
+    benchmark::Initialize(&argumentCount, arguments);
+    benchmark::RunSpecifiedBenchmarks();
+}

@@ -1,0 +1,22 @@
+/// \file
+/// A GUI of any size, on a driver that takes calls and draws nothing.
+#pragma once
+
+#include <string>
+
+namespace tamor::bench
+{
+/// Opens a window of 800 by 600 pixels on DISPLAY, with Mesa's no-op driver behind it, and works in
+/// a directory of its own from then on. Ends the program, in words, if it cannot.
+void openScene();
+
+/// The layout of `count` widgets, a multiple of 20: windows with labels, buttons, sliders, check
+/// boxes and, in a frame, options. No parent has more than 17 children.
+std::string layoutOf(int count);
+
+/// Forgets all widgets and loads the layout. What was there is not freed: widgets never are.
+void loadScene(const std::string& layout);
+
+/// What the demonstration does in a frame with mouse activity.
+void drawFrame();
+} // namespace tamor::bench
