@@ -4,6 +4,7 @@
 
 #include "gui/GLWidget.h"
 #include "tests/support/TestWindow.h"
+#include "textures/Font.h"
 
 #include <gtest/gtest.h>
 
@@ -144,12 +145,13 @@ inline Theme* themeOf(const GLWidget& widget)
     return widget.*&ProbeWidget::theme;
 }
 
-/// Puts the state of the GUI back to that of a new process, but for the font's lists.
+/// Puts the state of the GUI back to that of a new process.
 inline void clearGui()
 {
     GLWidget::widgets.clear();
     GLWidget::themes.clear();
     GLWidget::topLevel.clear();
+    GLWidget::font = Font();
     GLWidget::messageResult = 0;
     GLWidget::viewport = {};
     GLWidget::glowRate = 0.0F;
