@@ -201,7 +201,9 @@ TEST_F(ThemeRead, TakesWordsBehindTheFieldsAsARemark)
 {
     Theme theme;
 
-    read(theme, "0.25 0.5 0.75 3 more words\n1 0.71 0.16\n");
+    std::string text = builtInTheme;
+    text.replace(0, text.find('\n'), "0.25 0.5 0.75 3 more words");
+    read(theme, text);
 
     expectColour(theme.textColour, 0.25F, 0.5F, 0.75F, 1.0F);
     expectColour(theme.edgeColour, 1.0F, 0.71F, 0.16F, 1.0F);
@@ -211,7 +213,10 @@ TEST_F(ThemeRead, IsNotShiftedByABlankLine)
 {
     Theme theme;
 
-    read(theme, "1 1 1\n\n1 0.71 0.16\n  \n\n0.8 0.8 0.8\n");
+    std::string text = builtInTheme;
+    text.insert(text.find('\n'), "\n");
+    text.insert(text.find("0.8 0.8"), "  \n\n");
+    read(theme, text);
 
     expectColour(theme.edgeColour, 1.0F, 0.71F, 0.16F, 1.0F);
     expectColour(theme.bodyColour, 0.8F, 0.8F, 0.8F, 1.0F);
