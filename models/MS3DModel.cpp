@@ -104,6 +104,12 @@ void readKey(std::string_view line, KeyFrame& key)
         std::sscanf(std::string(line).c_str(), "%f %f %f %f", &key.time, &v.x, &v.y, &v.z);
 }
 
+/// A bone that is never freed: the model drops it, and whoever holds it may keep it.
+Bone* newBone()
+{
+    return new Bone;
+}
+
 /// Reads the sections of one file into a model.
 ///
 /// What a line that does not match leaves as it was, is what the line of its kind before it set: so
@@ -204,8 +210,7 @@ private:
 
     void readBone(std::size_t index)
     {
-        // Bones outlive the model, which drops them: whoever holds one may keep it.
-        auto* bone = new Bone;
+        Bone* const bone = newBone();
         bone->name = lineText();
         bone->parent = findParent(line(), index);
         readRestPose(line(), *bone);

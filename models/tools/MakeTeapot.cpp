@@ -38,8 +38,8 @@ struct Circle
 
 // From the rim's inside over the lip and down to the foot.
 constexpr Circle body[] = {
-    {2.8F, 3.43275F}, {2.7685185F, 3.60775F}, {2.96F, 3.63F}, {3.30F, 2.72F},   {3.70F, 1.62F},
-    {4.0F, 0.48F},    {3.87F, -0.42F},        {3.42F, -1.0F}, {2.95F, -1.367F},
+    {2.8F, 3.43275F}, {2.7685185F, 3.60775F}, {2.96F, 3.63F}, {3.42F, 2.70F},   {3.82F, 1.66F},
+    {4.0F, 0.48F},    {3.88F, -0.42F},        {3.44F, -1.0F}, {2.95F, -1.367F},
 };
 constexpr float bodyBottom = -1.25F;
 
