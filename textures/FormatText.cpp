@@ -139,16 +139,15 @@ void appendConversion(Output& output, const char* start, Conversion conversion)
 
 std::string_view formatWithoutArguments(const char* format, std::span<char> buffer)
 {
-    const std::size_t limit = buffer.size() - 1;
     const char* sign = std::strchr(format, '%');
     if (sign == nullptr)
-        return {format, strnlen(format, limit)};
+        return {format, strnlen(format, buffer.size() - 1)};
 
     Output output(buffer);
     const char* rest = format;
     while (sign != nullptr && !output.isFull()) {
         output.append({rest, sign});
-        const Conversion conversion = readConversion(sign + 1, limit);
+        const Conversion conversion = readConversion(sign + 1, buffer.size());
         appendConversion(output, sign, conversion);
         rest = conversion.end;
         sign = std::strchr(rest, '%');
