@@ -49,7 +49,7 @@ std::uint8_t greyAt(const FT_Bitmap& bitmap, unsigned int offset)
 }
 
 /// The texture's bytes: each grey value of the bitmap as red, green, blue and alpha, in the first
-/// corner of a picture of 0s.
+/// corner of a picture of 0s. The bitmap's rows are taken to follow each other without a gap.
 ///
 /// Meant: never freed; `FontGLTest.LeavesTheBytesOfItsGlyphsAllocated` holds it.
 std::uint8_t* newGlyphBytes(const FT_Bitmap& bitmap, unsigned int width, unsigned int height)
@@ -57,7 +57,6 @@ std::uint8_t* newGlyphBytes(const FT_Bitmap& bitmap, unsigned int width, unsigne
     auto* const bytes = new std::uint8_t[std::size_t{width} * height * 4]();
     for (unsigned int row = 0; row < bitmap.rows; row++) {
         for (unsigned int x = 0; x < bitmap.width; x++) {
-            // Meant: the width is the step from row to row, not the pitch.
             const std::uint8_t grey = greyAt(bitmap, row * bitmap.width + x);
             std::memset(bytes + std::size_t{4} * (row * width + x), grey, 4);
         }

@@ -39,7 +39,7 @@ std::size_t readNumber(const char*& at, std::size_t limit)
 /// \param at  behind the per cent sign
 Conversion readConversion(const char* at, std::size_t limit)
 {
-    constexpr const char* flagCharacters = "-+ #0'I";
+    constexpr const char* flagCharacters = "-+ #0'";
     constexpr const char* sizeCharacters = "hlqLjzZt";
     Conversion conversion;
     while (*at != 0 && std::strchr(flagCharacters, *at) != nullptr)

@@ -27,7 +27,8 @@ std::uint8_t toByte(float channel)
 
 /// Storage for the bytes of an upload.
 ///
-/// Meant: never freed; a driver that reads the bytes later than the call finds them.
+/// Meant: never freed, so that a driver that reads the bytes late finds them;
+/// `UploadTextureGLTest.LeavesTheStagedBytesAllocatedAndFreesNoPixels` holds it.
 std::uint8_t* newStaging(std::size_t size)
 {
     return new std::uint8_t[size];
@@ -72,6 +73,9 @@ void uploadWithMipmaps(const Image& image, GLenum type, const void* data)
 }
 } // namespace
 
+// Meant: no destructor frees the pixels, since copies share them; the two arrays made here stay for
+// the life of the process, but for those that `allocate` replaces.
+// `Image.LeavesItsPixelsAllocatedWhenItGoesOutOfScope` holds it.
 Image::Image() : pixels(new float[2 * 2 * channels]()) {}
 
 void Image::allocate(std::int32_t newWidth, std::int32_t newHeight)

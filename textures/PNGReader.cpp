@@ -35,7 +35,8 @@ using Bytes = std::unique_ptr<std::uint8_t[]>;
 
 /// Storage for all words of a file, and two to spare.
 ///
-/// Meant: never freed, at no exit of the reader; `ReadPNG.LeavesTheWordsAllocated` holds it.
+/// Meant: never freed, at no exit of the reader; `ReadPNG.LeavesTheWordsAllocatedAtEveryExit` holds
+/// it.
 std::uint16_t* newWords(std::size_t wordCount)
 {
     return new std::uint16_t[wordCount + 2]();
@@ -110,11 +111,24 @@ struct JoinedData
     std::size_t length = 0;
 };
 
+// Meant: what the next three give is not freed at every exit of the reader, but left where
+// `readPNG` releases it; `ReadPNG.LeavesItsWorkingStorageAtFailures` holds it.
+
 /// Storage for the joined data of a file, and for what is read behind it: the test of the first
 /// byte, and as many bytes as zlib is told behind an offset of two.
 JoinedData newJoinedData(std::uint32_t wordCount)
 {
     return {std::make_unique<std::uint8_t[]>(2 * std::size_t{wordCount} + 8), 0};
+}
+
+Bytes newInflatedData(std::uint64_t size)
+{
+    return std::make_unique<std::uint8_t[]>(size);
+}
+
+Bytes newRGBABytes(std::uint64_t size)
+{
+    return std::make_unique<std::uint8_t[]>(size);
 }
 
 /// Walks the chunks to the end of the words.
@@ -165,7 +179,7 @@ public:
             return false;
         inputOffset++;
         // Meant: the first row of type 2 takes no bytes at all, so that all later rows shift;
-        // `UnfilterPNG.FirstRowOfTypeUpTakesNothingAndShiftsTheRest` holds it.
+        // `ReadPNG.ShiftsAllRowsBehindAFirstRowOfTypeUp` holds it.
         if (type == 2 && isFirstRow)
             return true;
         for (std::size_t k = 0; k < stride; k++) {
@@ -257,8 +271,6 @@ bool readPNG(Image& image, TextureKey key)
 
     image.width = 1;
     image.height = 1;
-    // Meant: the joined data, the inflated data and the RGBA bytes each stay allocated at the exits
-    // that release them here; `ReadPNG.LeavesItsWorkingStorageAtFailures` holds it.
     JoinedData joined = newJoinedData(wordCount);
     if (!readChunks(image, stream, wordCount, joined)) {
         std::cerr << "Unsupported format of PNG. Make sure it is RGBA, non-interlaced."
@@ -279,7 +291,7 @@ bool readPNG(Image& image, TextureKey key)
     // it.
     const std::uint64_t size = inflatedSize(image);
     const bool isHoldable = size <= largestPicture;
-    Bytes inflated = std::make_unique<std::uint8_t[]>(isHoldable ? size : statedCapacity);
+    Bytes inflated = newInflatedData(isHoldable ? size : statedCapacity);
     uLongf capacity = statedCapacity;
     const int code = uncompress(inflated.get(), &capacity, joined.bytes.get() + 2, joined.length);
     if (code != Z_OK) {
@@ -293,7 +305,7 @@ bool readPNG(Image& image, TextureKey key)
         return false;
 
     const std::size_t stride = 4 * positive(image.width);
-    Bytes rgba = std::make_unique<std::uint8_t[]>(stride * positive(image.height));
+    Bytes rgba = newRGBABytes(stride * positive(image.height));
     Unfilter unfilter(inflated.get(), rgba.get(), stride);
     for (std::int32_t row = 0; row < image.height; row++) {
         if (!unfilter.undoRow(row == 0)) {

@@ -93,7 +93,8 @@ void unpack(BlockReader& file, PixelSize pixelSize, std::size_t total, std::uint
 
 /// Storage for the unpacked bytes of a picture.
 ///
-/// Meant: never freed by a load that succeeds; `ReadTGA.LeavesTheUnpackedBytesAllocated` holds it.
+/// Meant: never freed by a load that succeeds;
+/// `ReadTGA.FreesTheOldPixelsAndLeavesTheUnpackedBytesAllocated` holds it.
 std::uint8_t* newUnpackedBytes(std::size_t total, std::size_t pixelSize)
 {
     return new std::uint8_t[(total + longestPacket) * pixelSize + 4];

@@ -34,3 +34,10 @@ void WindowTest::TearDown()
     SDL_QuitSubSystem(SDL_INIT_VIDEO);
 }
 } // namespace tamor::test
+
+// Drivers stay in memory when their window closes: the leak check can only name what they left
+// behind, and so pass over it, while they are there.
+extern "C" int dlclose(void* /*library*/) noexcept
+{
+    return 0;
+}

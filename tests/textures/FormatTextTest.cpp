@@ -74,6 +74,7 @@ TEST(FormatWithoutArguments, LeavesWhatIsNoConversionAsItIs)
     EXPECT_EQ(formatted("%y%d"), "%y0");
     EXPECT_EQ(formatted("%\xC3\xA4"), "%\xC3\xA4");
     EXPECT_EQ(formatted("%m"), "%m");
+    EXPECT_EQ(formatted("%Id"), "%Id");
 }
 
 TEST(FormatWithoutArguments, CutsWidthsToTheRoom)
