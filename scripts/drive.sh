@@ -33,12 +33,76 @@ point() { xdotool mousemove --window "$window" "$1" "$2"; sleep "$hold"; }
 press() { xdotool mousedown 1; sleep "$hold"; }
 release() { xdotool mouseup 1; sleep "$hold"; }
 click() { point "$1" "$2"; press; release; }
-drag() { point "$1" "$2"; press; xdotool mousemove_relative --sync -- "$(($3 / 2))" "$(($4 / 2))"; point "$(($1 + $3))" "$(($2 + $4))"; release; }
+type_keys() { for key in "$@"; do xdotool keydown "$key"; sleep 0.1; xdotool keyup "$key"; sleep 0.05; done; }
+
+# drag X Y DX DY: in steps, since a slider follows the pointer only while it is near.
+drag()
+{
+    local step
+    point "$1" "$2"
+    press
+    for step in 1 2 3 4 5 6; do
+        xdotool mousemove --window "$window" $(($1 + $3 * step / 6)) $(($2 + $4 * step / 6))
+        sleep 0.05
+    done
+    release
+}
+
+# picture NAME: a screenshot, taken when lights have faded.
+picture()
+{
+    sleep 0.6
+    take "$pictures/$1.png"
+}
 
 within 30 find_window || fail "the program did not open its window; its error stream is in $log"
 within 30 has_drawn || fail "the program did not draw; its error stream is in $log"
-point 400 590
-take "$pictures/start.png"
+# The places are those of data/my.gui, in pixels from the window's top left corner.
+free="400 395"
+point $free
+picture sliders
+
+drag 36 215 0 101
+drag 70 215 0 52
+drag 104 215 0 -24
+drag 307 96 73 0
+drag 307 171 -88 0
+click 257 21
+click 167 110
+point $free
+picture options
+click 335 21
+click 167 72
+click 167 148
+click 307 540
+type_keys d e a r space d i a r y comma Return t o d a y space i space t r i e d space t h e space q u i l l period
+click 600 91
+point 580 140
+picture list
+click 580 140
+point $free
+picture checks
+
+click 70 530
+point $free
+picture message-ok
+click 400 341
+click 70 402
+point $free
+picture message-ok-cancel
+click 345 341
+click 70 426
+point $free
+picture message-yes-no
+click 364 341
+click 70 450
+point $free
+picture message-yes-no-cancel
+click 375 341
+click 182 21
+point $free
+within 10 grep -q ' FPS$' "$log" || fail "the program reported no frame rate; its error stream is in $log"
+sleep 0.6
 
 take "$last_picture"
 rm -f "$pictures/probe.png"
