@@ -1,0 +1,212 @@
+#include "app/Application.h"
+#include "gui/GLWidget.h"
+#include "tests/end_to_end/Demonstration.h"
+
+#include <SDL.h>
+#include <gtest/gtest.h>
+
+#include <malloc.h>
+#include <unistd.h>
+
+#include <cstdint>
+#include <iostream>
+#include <random>
+#include <string>
+
+#if defined(__SANITIZE_ADDRESS__)
+#include <sanitizer/allocator_interface.h>
+#endif
+
+namespace tamor::test
+{
+namespace
+{
+/// What the program holds of the heap.
+std::int64_t allocatedBytes()
+{
+#if defined(__SANITIZE_ADDRESS__)
+    return static_cast<std::int64_t>(__sanitizer_get_current_allocated_bytes());
+#else
+    const struct mallinfo2 info = mallinfo2();
+    return static_cast<std::int64_t>(info.uordblks + info.hblkhd);
+#endif
+}
+
+/// The demonstration for a number of frames, which says by how much its heap has grown since a
+/// frame in the run.
+class MeasuredApplication : public Application
+{
+public:
+    MeasuredApplication(int firstMeasuredFrame, int lastFrame)
+        : measureFrom(firstMeasuredFrame), endAt(lastFrame)
+    {}
+
+    bool handleEvent(Event event) override
+    {
+        const bool goesOn = Application::handleEvent(event);
+        if (event.kind != EV_RENDER)
+            return goesOn;
+        frame++;
+        if (frame == measureFrom)
+            bytesBefore = allocatedBytes();
+        betweenFrames();
+        if (frame < endAt)
+            return goesOn;
+        std::cout << "frames " << frame << " grown by " << allocatedBytes() - bytesBefore << '\n';
+        return false;
+    }
+
+protected:
+    virtual void betweenFrames() {}
+
+    int frame = 0;
+
+private:
+    int measureFrom;
+    int endAt;
+    std::int64_t bytesBefore = 0;
+};
+
+std::int64_t growth(const std::string& output)
+{
+    const std::size_t words = output.find(" grown by ");
+    return words == std::string::npos ? INT64_MAX : std::stoll(output.substr(words + 10));
+}
+
+TEST(AThousandFramesGLTest, AllocateNothingThatGrows)
+{
+    const WorkingDirectory directory;
+    Demonstration demo([] {
+        ObjectRef<MeasuredApplication>(new MeasuredApplication(200, 1200))->run();
+        return 0;
+    });
+
+    const ProcessEnd end = demo.end(std::chrono::seconds(200));
+
+    EXPECT_EQ(end.status, 0) << demo.errors();
+    // The frame rate's report may come between the two frames; its text is this long.
+    EXPECT_LE(growth(demo.output()), 64);
+}
+
+constexpr int eventsInAll = 100000;
+constexpr int eventsInAFrame = 50;
+
+/// Puts random input into the window library's queue, as if it came from the window.
+class RandomlyUsedApplication : public MeasuredApplication
+{
+public:
+    RandomlyUsedApplication()
+        : MeasuredApplication(eventsInAll / eventsInAFrame / 2, eventsInAll / eventsInAFrame)
+    {}
+
+protected:
+    void betweenFrames() override
+    {
+        for (int i = 0; i < eventsInAFrame; i++) {
+            SDL_Event event = randomEvent();
+            SDL_PushEvent(&event);
+        }
+        checkState();
+    }
+
+private:
+    int below(int limit) { return std::uniform_int_distribution<int>(0, limit - 1)(random); }
+
+    SDL_Event randomEvent()
+    {
+        SDL_Event event{};
+        const int kind = below(100);
+        if (kind < 40)
+            return motion();
+        if (kind < 65) {
+            const bool down = below(2) == 0;
+            event.type = down ? SDL_MOUSEBUTTONDOWN : SDL_MOUSEBUTTONUP;
+            event.button.button = static_cast<Uint8>(1 + below(5));
+            event.button.state = down ? SDL_PRESSED : SDL_RELEASED;
+            event.button.x = lastX;
+            event.button.y = lastY;
+            return event;
+        }
+        if (kind < 98) {
+            event.type = below(2) == 0 ? SDL_KEYDOWN : SDL_KEYUP;
+            event.key.keysym.sym = static_cast<SDLKey>(keyOtherThanEscape());
+            event.key.keysym.unicode = static_cast<Uint16>(keyOtherThanEscape());
+            return event;
+        }
+        event.type = kind == 98 ? SDL_ACTIVEEVENT : SDL_VIDEOEXPOSE;
+        return event;
+    }
+
+    SDL_Event motion()
+    {
+        // Mostly a little way on, so that drags happen; now and then to anywhere, outside as well.
+        const bool jumps = below(8) == 0;
+        lastX = static_cast<Uint16>(jumps ? below(1000) : (lastX + 1000 + below(21) - 10) % 1000);
+        lastY = static_cast<Uint16>(jumps ? below(700) : (lastY + 700 + below(21) - 10) % 700);
+        SDL_Event event{};
+        event.type = SDL_MOUSEMOTION;
+        event.motion.x = lastX;
+        event.motion.y = lastY;
+        return event;
+    }
+
+    int keyOtherThanEscape()
+    {
+        const int key = below(10) == 0 ? below(65536) : below(300);
+        return key == 27 ? 0 : key;
+    }
+
+    /// Ends the process with the status 3 when a widget stands outside what it may be.
+    static void checkState()
+    {
+        for (const char* name : {"red", "green", "blue", "horz1", "horz2"}) {
+            const float value = GLWidget::find(name)->getValue();
+            if (!(value > 0.0F && value < 1.0F))
+                fail(name);
+        }
+        if (GLWidget::find("choice")->getSelection() > 3)
+            fail("choice");
+        int chosen = 0;
+        for (const char* name : {"quillpen", "pencil", "brush", "chalk"})
+            chosen += GLWidget::find(name)->isActive() ? 1 : 0;
+        if (chosen != 1)
+            fail("the options");
+    }
+
+    static void fail(const char* name)
+    {
+        std::cerr << name << " is outside what it may be\n";
+        std::cerr.flush();
+        _exit(3);
+    }
+
+    std::mt19937 random{20260101};
+    Uint16 lastX = 400;
+    Uint16 lastY = 300;
+};
+
+TEST(AHundredThousandRandomEventsGLTest, LeaveTheDemonstrationWithinItsStates)
+{
+    const WorkingDirectory directory;
+    // Neither button nor list ends the run.
+    std::string layout = directory.read("my.gui");
+    layout.replace(layout.find(" exitbut "), 9, " nothing ");
+    for (std::size_t at = layout.find(" combo1"); at != std::string::npos;
+         at = layout.find(" combo1"))
+        layout.replace(at, 7, " choice");
+    directory.write("my.gui", layout);
+    Demonstration demo([] {
+        ObjectRef<RandomlyUsedApplication>(new RandomlyUsedApplication)->run();
+        return 0;
+    });
+
+    const ProcessEnd end = demo.end(std::chrono::seconds(280));
+
+    EXPECT_EQ(end.status, 0) << demo.errors();
+    EXPECT_NE(demo.output().find("frames 2000 "), std::string::npos);
+    // Each box that is opened leaves a theme, a label and a frame, some two kilobytes; a thousand
+    // frames open no more than a few hundred.
+    EXPECT_LE(growth(demo.output()), 1 << 20);
+}
+} // namespace
+} // namespace tamor::test
