@@ -16,8 +16,6 @@ namespace tamor::bench
 {
 namespace
 {
-constexpr int widgetsOfAGroup = 20;
-
 constexpr const char* theme =
     "1 1 1\n1 0.71 0.16\n0.8 0.8 0.8\n0.3 0.3 0.3\n1\n0.8\n2\n0.005\n0.1\n"
     "0.003\n0.04 0.05\n0.7 1\n0.005 -0.005 0\n0.1\nNULL\n1\n";
@@ -39,24 +37,6 @@ void silenceErrors()
     close(nowhere);
 }
 
-std::string groupOf(int number)
-{
-    const std::string id = std::to_string(number);
-    std::string text = "CADD Win win" + id + " NULL -0.5 -0.5 1 Window " + id + "\n";
-    const auto add = [&](const std::string& kind, int count, const std::string& parent,
-                         const std::string& fields) {
-        for (int i = 0; i < count; ++i)
-            text += "CADD " + kind + " " + kind + id + "_" + std::to_string(i) + " " + parent + id +
-                    " 0.1 0." + std::to_string(i) + " " + fields + "\n";
-    };
-    add("Label", 4, "win", "a label");
-    add("Butt", 5, "win", "button");
-    add("Slide", 3, "win", "0 0.4");
-    add("Check", 3, "win", "a box");
-    text += "CADD Frame frame" + id + " win" + id + " 0 0 1\n";
-    add("Opt", 3, "frame", "option");
-    return text;
-}
 } // namespace
 
 void openScene()
@@ -76,18 +56,11 @@ void openScene()
 
     std::string directory = (std::filesystem::temp_directory_path() / "tamor-gui-XXXXXX").string();
     std::filesystem::current_path(mkdtemp(directory.data()));
-    write("default.theme", theme);
+    for (const char* file : {"default.theme", "combo_button.theme", "tabwin_button.theme"})
+        write(file, theme);
     write("gui.conf", configuration);
     silenceErrors();
     GLWidget::readConfig("gui.conf");
-}
-
-std::string layoutOf(int count)
-{
-    std::string text = "THEM default.theme x\n";
-    for (int group = 0; group < count / widgetsOfAGroup; ++group)
-        text += groupOf(group);
-    return text + "SOLID\n";
 }
 
 void loadScene(const std::string& layout)

@@ -10,8 +10,9 @@ namespace tamor::bench
 /// a directory of its own from then on. Ends the program, in words, if it cannot.
 void openScene();
 
-/// The layout of `count` widgets, a multiple of 20: windows with labels, buttons, sliders, check
-/// boxes and, in a frame, options. No parent has more than 17 children.
+/// The layout of `count` widgets, a multiple of 20. Each program links a Layout.cpp of its own:
+/// that of benchmarks/gui/ has windows with labels, buttons, sliders, check boxes and, in a frame,
+/// options, that of benchmarks/widgets/ has every class. No parent has more than 17 children.
 std::string layoutOf(int count);
 
 /// Forgets all widgets and loads the layout. What was there is not freed: widgets never are.
