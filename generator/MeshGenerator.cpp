@@ -2,6 +2,8 @@
 
 #include "textures/TextureRegistry.h"
 
+#include <sys/mman.h>
+
 #include <algorithm>
 #include <array>
 #include <cstdlib>
@@ -17,6 +19,21 @@ constexpr float markHeight = -90000.0F;
 constexpr std::int32_t fileBlurRadius = 4;
 /// Draws a face without a texture.
 constexpr std::int32_t noMaterial = -1;
+
+/// Gives `array` room for `count` entries, in large pages as far as the system has them: touching a
+/// large mesh a small page at a time took three quarters of the whole time of making it.
+template <typename Entry>
+void reserveLargePages(std::vector<Entry>& array, std::size_t count)
+{
+    constexpr std::uintptr_t largePage = std::uintptr_t{2} << 20;
+    array.reserve(count);
+    const auto start = reinterpret_cast<std::uintptr_t>(array.data());
+    const std::uintptr_t firstPage = (start + largePage - 1) / largePage * largePage;
+    const std::uintptr_t pagesEnd = (start + count * sizeof(Entry)) / largePage * largePage;
+    // A hint, which may fail and changes nothing but the time.
+    if (firstPage < pagesEnd)
+        madvise(reinterpret_cast<void*>(firstPage), pagesEnd - firstPage, MADV_HUGEPAGE);
+}
 
 /// The numbers of a cell's corners: the digits are its row and column steps.
 void addCell(std::vector<Face>& faces, std::int32_t p00, std::int32_t stride)
@@ -44,7 +61,8 @@ std::vector<Face> makeFaces(std::int32_t rows, std::int32_t columns, std::int32_
     // Only a wide strip of an image has points that no 32-bit number names, all past its arrays.
     constexpr std::int32_t largestNumber = std::numeric_limits<std::int32_t>::max();
     rows = std::min(rows, (largestNumber - columns) / stride);
-    faces.reserve(2 * static_cast<std::size_t>(rows) * static_cast<std::size_t>(columns));
+    reserveLargePages(faces,
+                      2 * static_cast<std::size_t>(rows) * static_cast<std::size_t>(columns));
     for (std::int32_t a = 0; a < rows; a++)
         for (std::int32_t b = 0; b < columns; b++)
             addCell(faces, a * stride + b, stride);
@@ -171,7 +189,7 @@ TerrainMesh fractalTerrain(std::int32_t divisions, float roughness, float decay,
     const float spacing = size / static_cast<float>(divisions);
     const std::size_t count =
         static_cast<std::size_t>(divisions + 1) * static_cast<std::size_t>(divisions + 1);
-    mesh.vertices.reserve(count);
+    reserveLargePages(mesh.vertices, count);
     for (std::int32_t r = 0; r <= divisions; r++) {
         const float* const row = heights.row(r);
         const float x = static_cast<float>(r) * spacing - size / 2.0F;
@@ -181,6 +199,7 @@ TerrainMesh fractalTerrain(std::int32_t divisions, float roughness, float decay,
                 Vector(x * scaleX / size, row[c], z * scaleZ / size);
         }
     }
+    reserveLargePages(mesh.normalTable, count);
     mesh.normalTable.assign(count, Vector(0.0F, 0.0F, 0.0F));
     mesh.faces = makeFaces(divisions, divisions, divisions + 1);
     return mesh;
@@ -190,7 +209,9 @@ TerrainMesh imageTerrain(const Image& image, float scaleX, float scaleY, float s
 {
     TerrainMesh mesh;
     const std::size_t count = image.pixelCount();
+    reserveLargePages(mesh.vertices, count);
     mesh.vertices.resize(count);
+    reserveLargePages(mesh.normalTable, count);
     mesh.normalTable.resize(count);
 
     const auto width = static_cast<float>(image.width);

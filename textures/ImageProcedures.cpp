@@ -201,12 +201,24 @@ TAMOR_WIDEST_VECTORS
 void weightedMeans(float* __restrict means, const float* __restrict source, std::ptrdiff_t stride,
                    KernelPart part, float divisor, std::size_t count)
 {
+    // So many sums side by side stay in the processor's registers.
+    constexpr std::size_t tile = 16;
     const float* const first = source + part.first * stride;
-    for (std::size_t n = 0; n < count; n++) {
+    std::size_t n = 0;
+    for (; n + tile <= count; n += tile) {
+        std::array<float, tile> sums = {};
+        const float* place = first + n;
+        for (std::size_t k = 0; k < part.count; k++, place += stride)
+            for (std::size_t t = 0; t < tile; t++)
+                sums[t] += part.weights[k] * place[t];
+        for (std::size_t t = 0; t < tile; t++)
+            means[n + t] = sums[t] / divisor;
+    }
+    for (; n < count; n++) {
         float sum = 0.0F;
-        for (std::size_t k = 0; k < part.count; k++)
-            sum += part.weights[k] *
-                   first[static_cast<std::ptrdiff_t>(k) * stride + static_cast<std::ptrdiff_t>(n)];
+        const float* place = first + n;
+        for (std::size_t k = 0; k < part.count; k++, place += stride)
+            sum += part.weights[k] * *place;
         means[n] = sum / divisor;
     }
 }
@@ -270,33 +282,6 @@ float luminance(const float* pixel)
     return (pixel[0] + pixel[1] + pixel[2]) / 3.0F;
 }
 
-/// What a factor code above 0 stands for at a pixel and its match; nothing for an unknown one.
-std::optional<float> blendFactor(std::uint32_t code, const float* pixel, const float* other)
-{
-    switch (code) {
-    case 1:
-        return 1.0F;
-    case 2:
-        return pixel[alphaChannel];
-    case 3:
-        return other[alphaChannel];
-    case 4:
-        return 1.0F - pixel[alphaChannel];
-    case 5:
-        return 1.0F - other[alphaChannel];
-    case 6:
-        return luminance(pixel);
-    case 7:
-        return luminance(other);
-    case 8:
-        return 1.0F - luminance(pixel);
-    case 9:
-        return 1.0F - luminance(other);
-    default:
-        return std::nullopt;
-    }
-}
-
 /// Limits to 0 to 1; not-a-number stays.
 float clamped(float value)
 {
@@ -304,26 +289,44 @@ float clamped(float value)
     return capped < 0.0F ? 0.0F : capped;
 }
 
-/// Blends one pixel with its match, in place.
-void blendPixel(float* pixel, const float* other, std::uint32_t pixelCode, std::uint32_t otherCode)
+/// Adds to the `sums` of a row its `source` times the factors of `code`, which depend on the pixels
+/// of `row` and their matches. The four arrays are one length.
+void addToBlend(std::vector<float>& sums, const float* source, std::uint32_t code, const float* row,
+                const float* matches)
 {
-    std::array<float, channels> sum = {};
-    const auto add = [&](const float* source, std::uint32_t code) {
-        if (code == 0)
-            return;
-        const std::optional<float> factor = blendFactor(code, pixel, other);
-        if (!factor) {
-            std::cerr << "Unknown texture operation" << std::endl;
-            return;
+    const auto addTimes = [&](auto factorOf) {
+        for (std::size_t n = 0; n < sums.size(); n += channels) {
+            const float factor = factorOf(row + n, matches + n);
+            for (std::size_t c = 0; c < channels; c++)
+                sums[n + c] += source[n + c] * factor;
         }
-        for (std::size_t c = 0; c < channels; c++)
-            sum[c] += source[c] * *factor;
     };
-
-    add(pixel, pixelCode);
-    add(other, otherCode);
-    for (std::size_t c = 0; c < channels; c++)
-        pixel[c] = clamped(sum[c]);
+    using Pixel = const float*;
+    switch (code) {
+    case 0:
+        return;
+    case 1:
+        return addTimes([](Pixel, Pixel) { return 1.0F; });
+    case 2:
+        return addTimes([](Pixel pixel, Pixel) { return pixel[alphaChannel]; });
+    case 3:
+        return addTimes([](Pixel, Pixel other) { return other[alphaChannel]; });
+    case 4:
+        return addTimes([](Pixel pixel, Pixel) { return 1.0F - pixel[alphaChannel]; });
+    case 5:
+        return addTimes([](Pixel, Pixel other) { return 1.0F - other[alphaChannel]; });
+    case 6:
+        return addTimes([](Pixel pixel, Pixel) { return luminance(pixel); });
+    case 7:
+        return addTimes([](Pixel, Pixel other) { return luminance(other); });
+    case 8:
+        return addTimes([](Pixel pixel, Pixel) { return 1.0F - luminance(pixel); });
+    case 9:
+        return addTimes([](Pixel, Pixel other) { return 1.0F - luminance(other); });
+    default:
+        for (std::size_t n = 0; n < sums.size(); n += channels)
+            std::cerr << "Unknown texture operation" << std::endl;
+    }
 }
 
 /// The place among `otherLength` that is relatively where `place` is among `length`.
@@ -500,15 +503,22 @@ bool Image::blend(std::uint32_t thisFactor, std::uint32_t otherFactor, const Ima
     for (std::int32_t j = 0; j < height; j++)
         matchingColumns.push_back(channels * matchingPlace(j, height, other.height));
 
-    float* pixel = pixels;
+    const std::size_t rowLength = channels * static_cast<std::size_t>(height);
+    std::vector<float> matches(rowLength);
+    std::vector<float> sums;
     for (std::int32_t i = 0; i < width; i++) {
+        float* const row = pixels + rowLength * static_cast<std::size_t>(i);
         const float* const otherRow = otherPixels + channels *
                                                         static_cast<std::size_t>(other.height) *
                                                         matchingPlace(i, width, other.width);
-        for (const std::size_t column : matchingColumns) {
-            blendPixel(pixel, otherRow + column, thisFactor, otherFactor);
-            pixel += channels;
-        }
+        float* match = matches.data();
+        for (const std::size_t column : matchingColumns)
+            match = std::copy_n(otherRow + column, channels, match);
+
+        sums.assign(rowLength, 0.0F);
+        addToBlend(sums, row, thisFactor, row, matches.data());
+        addToBlend(sums, matches.data(), otherFactor, row, matches.data());
+        std::ranges::transform(sums, row, clamped);
     }
     return true;
 }
