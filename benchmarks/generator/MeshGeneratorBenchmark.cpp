@@ -1,0 +1,112 @@
+// How fast a terrain is made.
+//
+// Measured: a whole generator, from numbers to its three arrays. Drawing is left out. Run
+//
+//     build/release/benchmarks/generator/tamor-generator-benchmarks
+//
+// The fractal stands beside CImg's plasma with the same arrays filled from it, beside the writing
+// of the arrays alone, which is the limit, and beside as many calls of rand() as it makes.
+#include "generator/MeshGenerator.h"
+
+#include <benchmark/benchmark.h>
+
+#include <cstdlib>
+
+#ifdef TAMOR_HAS_CIMG
+#define cimg_display 0
+#define cimg_use_openmp 0
+#include <CImg.h>
+#endif
+
+namespace
+{
+using tamor::TerrainMesh;
+
+constexpr float scale = 100.0F;
+
+void BM_GenerateFractal(benchmark::State& state)
+{
+    const auto divisions = static_cast<std::int32_t>(state.range(0));
+    std::srand(1);
+    for (auto _ : state)
+        benchmark::DoNotOptimize(
+            tamor::MeshGenerator::generateFractal(divisions, 0.5F, 0.5F, scale, scale, scale));
+    state.SetItemsProcessed(state.iterations() * (divisions + 1) * (divisions + 1));
+}
+BENCHMARK(BM_GenerateFractal)->RangeMultiplier(4)->Range(64, 1024)->Unit(benchmark::kMillisecond);
+
+/// Five numbers a cell of each level.
+void BM_GenerateFractalShare_Rand(benchmark::State& state)
+{
+    std::int64_t calls = 0;
+    for (std::int64_t cells = 1; cells < state.range(0); cells *= 2)
+        calls += 5 * cells * cells;
+    std::srand(1);
+    for (auto _ : state)
+        for (std::int64_t k = 0; k < calls; k++)
+            benchmark::DoNotOptimize(std::rand());
+    state.SetItemsProcessed(state.iterations() * calls);
+}
+BENCHMARK(BM_GenerateFractalShare_Rand)->Arg(1024)->Unit(benchmark::kMillisecond);
+
+/// The three arrays of a terrain, as a straightforward program fills them.
+template <typename Height>
+TerrainMesh meshOf(std::int32_t size, Height height)
+{
+    TerrainMesh mesh;
+    const auto points = static_cast<std::size_t>(size) * static_cast<std::size_t>(size);
+    mesh.vertices.reserve(points);
+    for (std::int32_t r = 0; r < size; r++)
+        for (std::int32_t c = 0; c < size; c++)
+            mesh.vertices.emplace_back().position =
+                tamor::Vector(static_cast<float>(r), height(r, c), static_cast<float>(c));
+    mesh.normalTable.assign(points, tamor::Vector());
+    mesh.faces.reserve(2 * points);
+    for (std::int32_t r = 0; r + 1 < size; r++)
+        for (std::int32_t c = 0; c + 1 < size; c++) {
+            const std::int32_t p = r * size + c;
+            tamor::Face& first = mesh.faces.emplace_back();
+            first.vertex = first.normalIndex = {p + 1, p + size, p};
+            tamor::Face& second = mesh.faces.emplace_back();
+            second.vertex = {p + 1, p + size + 1, p + size};
+            second.normalIndex = {p + size + 1, p + 1, p + size};
+        }
+    return mesh;
+}
+
+void BM_GenerateFractalLimit_ArraysOnce(benchmark::State& state)
+{
+    const auto size = static_cast<std::int32_t>(state.range(0)) + 1;
+    for (auto _ : state)
+        benchmark::DoNotOptimize(meshOf(size, [](std::int32_t, std::int32_t) { return 0.0F; }));
+    state.SetItemsProcessed(state.iterations() * size * size);
+}
+BENCHMARK(BM_GenerateFractalLimit_ArraysOnce)->Arg(1024)->Unit(benchmark::kMillisecond);
+
+#ifdef TAMOR_HAS_CIMG
+void BM_GenerateFractalPeer_CImgPlasmaAndArrays(benchmark::State& state)
+{
+    const auto size = static_cast<std::int32_t>(state.range(0)) + 1;
+    for (auto _ : state) {
+        cimg_library::CImg<float> plasma(static_cast<unsigned>(size), static_cast<unsigned>(size),
+                                         1, 1, 0.0F);
+        plasma.draw_plasma(1.0F, 0.0F, 10);
+        benchmark::DoNotOptimize(meshOf(size, [&plasma](std::int32_t r, std::int32_t c) {
+            return plasma(static_cast<unsigned>(r), static_cast<unsigned>(c));
+        }));
+    }
+    state.SetItemsProcessed(state.iterations() * size * size);
+}
+BENCHMARK(BM_GenerateFractalPeer_CImgPlasmaAndArrays)->Arg(1024)->Unit(benchmark::kMillisecond);
+#endif
+
+void BM_GenerateFromNoise(benchmark::State& state)
+{
+    const auto size = static_cast<std::int32_t>(state.range(0));
+    for (auto _ : state)
+        benchmark::DoNotOptimize(tamor::MeshGenerator::generateFromNoise(
+            size, 6, 0.25F, 0.5F, 0.5F, 0.5F, scale, scale, scale));
+    state.SetItemsProcessed(state.iterations() * size * size);
+}
+BENCHMARK(BM_GenerateFromNoise)->Arg(256)->Arg(1024)->Unit(benchmark::kMillisecond);
+} // namespace
