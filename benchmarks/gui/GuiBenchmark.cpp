@@ -8,8 +8,7 @@
 // or by hand under a display. Read BM_frame against BM_replay of the same N: the ratio is what the
 // widgets add. "per_widget" of the same name over N shows the growth.
 //
-// The engine's own instructions a widget, with the driver's left out:
-//   benchmarks/gui/count-instructions build/release/benchmarks/gui/tamor-gui-benchmarks
+// FrameInstructions.cpp counts what the engine itself does, with the driver left out.
 
 #include "benchmarks/gui/CallList.h"
 #include "benchmarks/gui/Scene.h"
@@ -38,7 +37,7 @@ void BM_frame(benchmark::State& state)
     for (int frame = 0; frame < 100; ++frame)
         drawFrame();
 
-    for (auto each : state)
+    while (state.KeepRunning())
         drawFrame();
     tellPerWidget(state);
 }
@@ -55,7 +54,7 @@ void BM_replay(benchmark::State& state)
     }
     const CallList list(file);
 
-    for (auto each : state)
+    while (state.KeepRunning())
         list.play();
     tellPerWidget(state);
     state.counters["calls"] = static_cast<double>(list.size());
@@ -73,7 +72,7 @@ void BM_load(benchmark::State& state)
         return;
     }
 
-    for (auto each : state)
+    while (state.KeepRunning())
         loadScene(layout);
     tellPerWidget(state);
 }

@@ -36,8 +36,17 @@ void silenceErrors()
     dup2(nowhere, STDERR_FILENO);
     close(nowhere);
 }
-
 } // namespace
+
+void workInOwnDirectory()
+{
+    std::string directory = (std::filesystem::temp_directory_path() / "tamor-gui-XXXXXX").string();
+    std::filesystem::current_path(mkdtemp(directory.data()));
+    for (const char* file : {"default.theme", "combo_button.theme", "tabwin_button.theme"})
+        write(file, theme);
+    write("gui.conf", configuration);
+    silenceErrors();
+}
 
 void openScene()
 {
@@ -54,12 +63,7 @@ void openScene()
         std::exit(2);
     }
 
-    std::string directory = (std::filesystem::temp_directory_path() / "tamor-gui-XXXXXX").string();
-    std::filesystem::current_path(mkdtemp(directory.data()));
-    for (const char* file : {"default.theme", "combo_button.theme", "tabwin_button.theme"})
-        write(file, theme);
-    write("gui.conf", configuration);
-    silenceErrors();
+    workInOwnDirectory();
     GLWidget::readConfig("gui.conf");
 }
 

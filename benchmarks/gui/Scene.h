@@ -6,8 +6,12 @@
 
 namespace tamor::bench
 {
-/// Opens a window of 800 by 600 pixels on DISPLAY, with Mesa's no-op driver behind it, and works in
-/// a directory of its own from then on. Ends the program, in words, if it cannot.
+/// Makes a directory with a theme and a configuration, works in it from then on, and lets the
+/// standard error stream go nowhere.
+void workInOwnDirectory();
+
+/// Opens a window of 800 by 600 pixels on DISPLAY, with Mesa's no-op driver behind it, works in a
+/// directory of its own and loads the font. Ends the program, in words, if it cannot.
 void openScene();
 
 /// The layout of `count` widgets, a multiple of 20. Each program links a Layout.cpp of its own:

@@ -17,7 +17,6 @@ namespace tamor::test
 {
 namespace
 {
-using testing::IsEmpty;
 using testing::SizeIs;
 
 struct Listing
