@@ -2,12 +2,14 @@
 
 #include "gui/GLWidget.h"
 #include "kernel/Diagnostics.h"
+#include "models/Model.h"
 #include "platform/GLRender.h"
 #include "platform/SDLInput.h"
 
 #include <GL/gl.h>
 #include <SDL_keysym.h>
 
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
@@ -245,6 +247,49 @@ bool Application::renderFrame(bool)
     glClearColor(0, 0, 1, 1);
     GLWidget::renderAll();
     return true;
+}
+
+void Application::viewFromFace(std::int32_t face, std::int32_t, std::int32_t direction)
+{
+    const auto isIndexInto = [](const auto& list, std::int32_t index) {
+        return index >= 0 && static_cast<std::size_t>(index) < list.size();
+    };
+    if (model == nullptr || !isIndexInto(model->faces, face))
+        return;
+    const Face& seen = model->faces[static_cast<std::size_t>(face)];
+    Vector corners[3];
+    for (std::size_t corner = 0; corner < 3; ++corner) {
+        if (!isIndexInto(model->vertices, seen.vertex[corner]))
+            return;
+        corners[corner] = model->vertices[static_cast<std::size_t>(seen.vertex[corner])].position;
+    }
+    const Vector centre = (corners[0] + corners[1] + corners[2]) / 3.0F;
+
+    constexpr float isLevelAbove = 0.9999F;
+    faceNormal = seen.normal;
+    faceSide =
+        std::abs(faceNormal.y) > isLevelAbove ? Vector(1, 0, 0) : faceNormal.cross(Vector(0, 1, 0));
+    faceUp = faceSide.cross(faceNormal);
+
+    switch (direction) {
+    case 0:
+        camera.lookAt(centre, centre + faceNormal, faceUp);
+        break;
+    case 1:
+        camera.lookAt(centre, centre + faceSide, faceUp);
+        break;
+    case 2:
+        camera.lookAt(centre, centre - faceUp, faceNormal);
+        break;
+    case 3:
+        camera.lookAt(centre, centre - faceSide, faceUp);
+        break;
+    case 4:
+        camera.lookAt(centre, centre + faceUp, -faceNormal);
+        break;
+    default:
+        break;
+    }
 }
 
 /// The move comes before the frame's own time is set, so it uses the time of the frame before.

@@ -10,6 +10,7 @@
 #include "kernel/Kernel.h"
 #include "maths/Light.h"
 #include "maths/Vector.h"
+#include "shaders/ShaderProgram.h"
 #include "textures/Font.h"
 
 #include <cstdint>
@@ -58,12 +59,25 @@ public:
     /// \return true
     bool renderFrame(bool clearFlag);
 
-    Model* model = nullptr; ///< not owned
+    /// Takes the camera to the centre of a face of `model` and turns it: 0 away from the face, 1 to
+    /// its side, 2 down, 3 to the other side, 4 up. The demonstration does not call it.
+    ///
+    /// Nothing happens without a model, or for a face that is not there; any other `direction`
+    /// leaves the camera alone.
+    /// \param face      index into the model's faces
+    /// \param reserved  not used
+    void viewFromFace(std::int32_t face, std::int32_t reserved, std::int32_t direction);
+
+    Model* model = nullptr; ///< for `viewFromFace`; not owned
     FPSCamera camera;
     Light light;
     Font font;
     std::uint32_t texture = 0;
     KeyboardState keyboard; ///< as of the latest `EV_KEYBOARD`
+    ShaderProgram shader;
+    Vector faceNormal; ///< scratch of `viewFromFace`
+    Vector faceSide;   ///< scratch of `viewFromFace`
+    Vector faceUp;     ///< scratch of `viewFromFace`
     std::vector<PhysicsObject> objects;
     std::int32_t frameCount = 0; ///< frames since the last report
     std::int32_t frameTime = 0;  ///< milliseconds since the last report

@@ -2,6 +2,7 @@
 
 #include "gui/GLWidget.h"
 #include "gui/Theme.h"
+#include "models/Model.h"
 #include "tests/support/CapturedErrors.h"
 #include "tests/support/GLRecorder.h"
 #include "tests/support/TemporaryDirectory.h"
@@ -252,6 +253,15 @@ TEST_F(ApplicationGLTest, TheAnswersToQuitAreIgnored)
     listener->answer = false;
 
     EXPECT_FALSE(send(EV_UPDATE));
+}
+
+TEST_F(ApplicationGLTest, HasAShaderProgramWithoutShaders)
+{
+    EXPECT_EQ(application->shader.program, 0U);
+    EXPECT_EQ(application->shader.vertexFile, "");
+    EXPECT_LT(static_cast<void*>(&application->keyboard), static_cast<void*>(&application->shader));
+    EXPECT_LT(static_cast<void*>(&application->shader),
+              static_cast<void*>(&application->faceNormal));
 }
 
 TEST_F(ApplicationGLTest, OtherKindsDoNothing)
@@ -600,6 +610,104 @@ TEST_F(ApplicationUpdateGLTest, LetsTheGUIsTimePass)
 
     EXPECT_FLOAT_EQ(Fields::glowOf(widget("button")), 0.25F);
     GLWidget::glowRate = 0;
+}
+
+/// The view from a face, at a model of one triangle around (1, 2, 3).
+class ApplicationFaceViewGLTest : public ApplicationGLTest
+{
+protected:
+    void SetUp() override
+    {
+        ApplicationGLTest::SetUp();
+        triangle.vertices.resize(3);
+        triangle.vertices[0].position = Vector(0, 2, 3);
+        triangle.vertices[1].position = Vector(1, 0, 3);
+        triangle.vertices[2].position = Vector(2, 4, 3);
+        triangle.faces.resize(1);
+        triangle.faces[0].vertex = {2, 0, 1};
+        application->model = &triangle;
+    }
+
+    static void expectVector(Vector v, float x, float y, float z)
+    {
+        EXPECT_FLOAT_EQ(v.x, x);
+        EXPECT_FLOAT_EQ(v.y, y);
+        EXPECT_FLOAT_EQ(v.z, z);
+    }
+
+    Model triangle;
+};
+
+TEST_F(ApplicationFaceViewGLTest, TurnsInEachDirectionFromTheCentre)
+{
+    struct Row
+    {
+        std::int32_t direction;
+        Vector forward;
+        Vector up;
+    };
+    // The normal along x, so the side is x cross y, which is z, and up is z cross x, which is y.
+    const Row rows[] = {
+        {0, {1, 0, 0}, {0, 1, 0}},  {1, {0, 0, 1}, {0, 1, 0}},  {2, {0, -1, 0}, {1, 0, 0}},
+        {3, {0, 0, -1}, {0, 1, 0}}, {4, {0, 1, 0}, {-1, 0, 0}},
+    };
+    triangle.faces[0].normal = Vector(1, 0, 0);
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.direction);
+        application->camera.reset(1, 1);
+
+        application->viewFromFace(0, 99, row.direction);
+
+        expectVector(application->camera.position, 1, 2, 3);
+        expectVector(application->camera.forwardAxis, row.forward.x, row.forward.y, row.forward.z);
+        expectVector(application->camera.upAxis, row.up.x, row.up.y, row.up.z);
+    }
+    expectVector(application->faceNormal, 1, 0, 0);
+    expectVector(application->faceSide, 0, 0, 1);
+    expectVector(application->faceUp, 0, 1, 0);
+}
+
+TEST_F(ApplicationFaceViewGLTest, ALevelFaceHasItsSideAlongX)
+{
+    triangle.faces[0].normal = Vector(0, -1, 0);
+
+    application->viewFromFace(0, 0, 0);
+
+    // x cross -y is -z.
+    expectVector(application->faceSide, 1, 0, 0);
+    expectVector(application->faceUp, 0, 0, -1);
+}
+
+TEST_F(ApplicationFaceViewGLTest, AFaceThatIsAlmostLevelIsNot)
+{
+    triangle.faces[0].normal = Vector(0.6F, 0.8F, 0);
+
+    application->viewFromFace(0, 0, 1);
+
+    expectVector(application->faceSide, 0, 0, 0.6F);
+}
+
+TEST_F(ApplicationFaceViewGLTest, AnyOtherDirectionLeavesTheCameraAlone)
+{
+    triangle.faces[0].normal = Vector(1, 0, 0);
+
+    application->viewFromFace(0, 0, 5);
+    application->viewFromFace(0, 0, -1);
+
+    expectVector(application->camera.position, 0, 0, 0);
+    expectVector(application->faceSide, 0, 0, 1);
+}
+
+TEST_F(ApplicationFaceViewGLTest, WhatIsNotThereIsNotLookedAt)
+{
+    application->viewFromFace(1, 0, 0);
+    application->viewFromFace(-1, 0, 0);
+    triangle.faces[0].vertex = {0, 1, 3};
+    application->viewFromFace(0, 0, 0);
+    application->model = nullptr;
+    application->viewFromFace(0, 0, 0);
+
+    expectVector(application->camera.position, 0, 0, 0);
 }
 } // namespace
 } // namespace tamor
