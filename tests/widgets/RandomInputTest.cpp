@@ -205,7 +205,7 @@ TEST_F(RandomInputGLTest, ClosesMessageBoxesAndDrawsAllTheTime)
 {
     constexpr std::int32_t flags[] = {1, 3, 12, 14};
     int answers = 0;
-    for (int event = 0; event < 20000; ++event) {
+    for (int event = 0; event < 5000; ++event) {
         if (event % 50 == 0)
             GLWidget::messageBox("Go on?\n100%", flags[event / 50 % 4]);
         makeEvent();
