@@ -18,6 +18,23 @@ float* put(float* out, const Vector& vector)
     return out + 3;
 }
 
+/// Writes all but the texture coordinates; `normalOf` tells the normal of a face's corner.
+template <typename NormalOf>
+void fill(CornerArrays& arrays, const Model& model, const NormalOf& normalOf)
+{
+    float* position = arrays.positions.get();
+    float* colour = arrays.colours.get();
+    float* normal = arrays.normals.get();
+    for (const Face& face : model.faces) {
+        for (const std::int32_t index : face.vertex) {
+            const Vertex& vertex = vertexAt(model.vertices, index);
+            position = put(position, vertex.position);
+            colour = put(colour, face.colour);
+            normal = put(normal, normalOf(face, vertex));
+        }
+    }
+}
+
 std::unique_ptr<float[]> allocate(std::size_t count)
 {
     return std::make_unique_for_overwrite<float[]>(count);
@@ -32,17 +49,10 @@ CornerArrays makeCornerArrays(const Model& model, bool flat, bool withTexCoords)
     arrays.colours = allocate(faceCount * floatsAFace);
     arrays.normals = allocate(faceCount * floatsAFace);
 
-    float* position = arrays.positions.get();
-    float* colour = arrays.colours.get();
-    float* normal = arrays.normals.get();
-    for (const Face& face : model.faces) {
-        for (const std::int32_t index : face.vertex) {
-            const Vertex& vertex = vertexAt(model.vertices, index);
-            position = put(position, vertex.position);
-            colour = put(colour, face.colour);
-            normal = put(normal, flat ? face.normal : vertex.normal);
-        }
-    }
+    if (flat)
+        fill(arrays, model, [](const Face& face, const Vertex&) { return face.normal; });
+    else
+        fill(arrays, model, [](const Face&, const Vertex& vertex) { return vertex.normal; });
     if (!withTexCoords)
         return arrays;
 

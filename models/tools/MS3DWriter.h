@@ -21,9 +21,9 @@ public:
     explicit MS3DWriter(int newFrames) : frames(newFrames) {}
 
     /// Takes the vertices, with their normals and bones, and the faces of `mesh`.
-    void addMesh(const std::string& name, int material, Model mesh)
+    void addMesh(const std::string& name, int material, const Model& mesh)
     {
-        meshes.push_back({name, material, std::move(mesh)});
+        meshes.push_back({name, material, mesh});
     }
 
     void addMaterial(const std::string& name, const Material& material)

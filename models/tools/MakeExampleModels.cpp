@@ -447,14 +447,12 @@ Vector vaseColour(float u, float v)
     Vector colour = clay;
     if (v > 0.80F)
         colour = blue * 0.6F; // the inside
-    else if (v > 0.64F || v < 0.17F)
+    else if (v > 0.64F || v < 0.17F || (v > 0.225F && v < 0.245F))
         colour = blue;
     else if (v > 0.605F || v < 0.205F)
         colour = rust;
     else if (v > 0.50F && v < 0.565F) // a zigzag round the shoulder
         colour = std::abs((v - 0.50F) / 0.065F - std::abs(2 * wave(20) - 1)) < 0.30F ? blue : clay;
-    else if (v > 0.225F && v < 0.245F)
-        colour = blue;
     else if (v > 0.27F && v < 0.47F) { // flowers round the belly
         const float x = (wave(8) - 0.5F) * 1.15F;
         const float y = (v - 0.37F) * 11.0F;

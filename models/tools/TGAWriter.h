@@ -5,6 +5,7 @@
 #include "maths/Vector.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdint>
 #include <cstdio>
 #include <string>
@@ -27,7 +28,7 @@ struct Raster
         const auto toByte = [](float channel) {
             // Few shades, so that neighbours are alike and runs long.
             constexpr float shades = 48.0F;
-            const float rounded = static_cast<float>(static_cast<int>(channel * shades + 0.5F));
+            const float rounded = std::round(channel * shades);
             return static_cast<std::uint8_t>(std::clamp(rounded / shades, 0.0F, 1.0F) * 255.0F);
         };
         auto out = bytes.begin();
