@@ -73,7 +73,11 @@ std::vector<std::string> numberTexts()
             for (const auto& fraction : fractions)
                 for (const auto& exponent : exponents)
                     for (const auto& end : ends)
-                        texts.push_back(sign + whole + fraction + exponent + end);
+                        texts.push_back(std::string(sign)
+                                            .append(whole)
+                                            .append(fraction)
+                                            .append(exponent)
+                                            .append(end));
     return texts;
 }
 
