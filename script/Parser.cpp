@@ -3,6 +3,8 @@
 #include "script/Scanner.h"
 #include "script/ScriptInterpreter.h"
 
+#include <algorithm>
+#include <array>
 #include <string_view>
 #include <utility>
 
@@ -15,7 +17,7 @@ class Parser
 {
 public:
     Parser(ScriptInterpreter& owner, std::vector<ScriptToken>& list, std::string_view text)
-        : interpreter(owner), out(list), scanner(text)
+        : interpreter(owner), out(list), length(text.size()), scanner(text)
     {}
 
     void parse()
@@ -33,19 +35,48 @@ private:
     bool parseOperator();
     void fillArguments(std::vector<ScriptToken>& args, std::string_view inner);
     ScriptToken& emit(std::int32_t kind);
+    void makeRoom();
 
     ScriptInterpreter& interpreter;
     std::vector<ScriptToken>& out;
+    std::size_t length;
     Scanner scanner;
 };
+
+/// For each character, the first row of the operators that begins with it.
+constexpr std::array<std::uint8_t, 256> firstOperators = [] {
+    std::array<std::uint8_t, 256> rows{};
+    rows.fill(scriptOperatorCount);
+    for (std::uint8_t row = scriptOperatorCount; row-- > 0;)
+        rows[static_cast<unsigned char>(scriptOperators[row][0])] = row;
+    return rows;
+}();
+
+/// Whether a word may be one of the keywords, which are looked for in names only.
+bool mayBeKeyword(std::string_view text)
+{
+    return std::string_view("rfwi").find(text.front()) != std::string_view::npos;
+}
 
 /// Appends a token where tokens go at present: to the function being defined, or to the list.
 ScriptToken& Parser::emit(std::int32_t kind)
 {
     ScriptFunction* const function = interpreter.currentFunction;
+    if (function == nullptr && out.size() == out.capacity())
+        makeRoom();
     ScriptToken& token = (function != nullptr ? function->body : out).emplace_back();
     token.kind = kind;
     return token;
+}
+
+/// Makes room for what the rest of the text will give if it is like the text so far. To grow by
+/// doubling takes a third of a long text's time.
+void Parser::makeRoom()
+{
+    const std::size_t scanned = length - scanner.text().size();
+    const std::size_t atLeast = 2 * out.size() + 4;
+    if (scanned > 0)
+        out.reserve(std::max(atLeast, out.size() * length / scanned));
 }
 
 /// The order of the tests is the language: the first that applies wins.
@@ -66,6 +97,8 @@ void Parser::parseItem()
     }
     if (!scanner.startsWith(NAME_CHARACTER))
         return parseOther();
+    if (!mayBeKeyword(scanner.text()))
+        return parseName();
     if (scanner.skip("return ")) {
         emit(TOK_RETURN);
         return;
@@ -171,7 +204,8 @@ bool Parser::parseOperator()
 {
     // Meant: "!" comes before "!=", which is therefore two tokens; so the table has it.
     // `ParseText.ReadsNotEqualAsTwoOperators` holds it.
-    for (std::int32_t row = 0; row < scriptOperatorCount; ++row) {
+    const auto front = static_cast<unsigned char>(scanner.text().front());
+    for (std::int32_t row = firstOperators[front]; row < scriptOperatorCount; ++row) {
         if (scanner.skip(scriptOperators[row])) {
             emit(row);
             return true;
@@ -188,6 +222,8 @@ void Parser::fillArguments(std::vector<ScriptToken>& args, std::string_view inne
     const bool hasComma = inner.find(',') != std::string_view::npos;
     if (!hasComma && Scanner(inner).isAllSpace())
         return;
+    // A token every third character is usual, and each piece has its TOK_ARGEND.
+    args.reserve(inner.size() / 3 + 2);
     ScriptFunction* const outerFunction = interpreter.currentFunction;
     for (bool more = true; more;) {
         const std::size_t comma = inner.find(',');

@@ -233,9 +233,7 @@ std::string stateOf(const Interpreter& interpreter)
     std::string text = "depth " + std::to_string(interpreter.blockDepth) + "\n";
     for (const auto& [name, value] : interpreter.variables)
         text += name + " = " + described(value) + "\n";
-    for (const auto& [name, function] : interpreter.functions)
-        text += "func " + name + "( " + described(function.parameters) + " ) " +
-                described(function.body) + "\n";
+    text += describedFunctions(interpreter.functions);
     for (const auto& [name, builtin] : interpreter.builtins)
         text += "builtin " + name + (builtin ? " is set\n" : " is null\n");
     return text;

@@ -1,9 +1,9 @@
 /// \file
-/// Values and token lists as short texts, and scripts that are run at once: what the tests of the
-/// script language share.
+/// Values in a word and scripts that are run at once: what the tests of the script language share.
 #pragma once
 
 #include "script/ScriptInterpreter.h"
+#include "tests/script/ScriptDescriptions.h"
 
 #include <string>
 #include <string_view>
@@ -11,15 +11,6 @@
 
 namespace tamor::test
 {
-/// A value as text that tells types apart: "null", "int 3", "float 0.5", "string abc",
-/// "[int 1, null]".
-std::string described(const ScriptValue& value);
-
-/// A token list as text, with a space between tokens. Operators, braces, ";" and the keywords stand
-/// as they are written; a variable is its path, a literal its described value in angle brackets, a
-/// TOK_ARGEND is "#", a call or a header is its word with its list in parentheses: `f( a # )`.
-std::string described(const std::vector<ScriptToken>& list);
-
 /// The description of the tokens of a text.
 std::string parsed(const std::string& text);
 
