@@ -14,6 +14,12 @@ inline bool isNumber(const ScriptValue& value)
     return value.type == TYPE_INT || value.type == TYPE_FLOAT;
 }
 
+/// As `tamor::isTrue`, with the usual case at hand.
+inline bool holds(const ScriptValue& value)
+{
+    return value.type == TYPE_INT ? value.number != 0 : isTrue(value);
+}
+
 /// A number in the widest floating type at hand, in which float results are computed.
 inline long double wide(const ScriptValue& value)
 {
@@ -27,23 +33,27 @@ inline float single(const ScriptValue& value)
     return value.type == TYPE_INT ? static_cast<float>(value.number) : value.asFloat();
 }
 
-inline int wrapped(std::uint32_t bits)
+/// Computes on two integers as unsigned ones, which wrap, and on other pairs of numbers as floats.
+template <typename Operation>
+void combine(ScriptValue& result, const ScriptValue& a, const ScriptValue& b, Operation operation)
 {
-    return static_cast<int>(bits);
-}
-
-/// Computes on two integers with `integers`, on other pairs of numbers with `floats`.
-template <typename Integers, typename Floats>
-void combine(ScriptValue& result, const ScriptValue& a, const ScriptValue& b, Integers integers,
-             Floats floats)
-{
-    if (a.type == TYPE_INT && b.type == TYPE_INT)
-        result.setInt(wrapped(
-            integers(static_cast<std::uint32_t>(a.number), static_cast<std::uint32_t>(b.number))));
-    else if (isNumber(a) && isNumber(b))
-        result.setFloat(static_cast<float>(floats(wide(a), wide(b))));
-    else
+    if (a.type == TYPE_INT && b.type == TYPE_INT) {
+        const auto x = static_cast<std::uint32_t>(a.number);
+        const auto y = static_cast<std::uint32_t>(b.number);
+        result.setInt(static_cast<int>(operation(x, y)));
+        return;
+    }
+    // Two floats need no wider type: 24 bits from more than twice as many are rounded as at once,
+    // for sums, differences, products and quotients alike.
+    if (a.type == TYPE_FLOAT && b.type == TYPE_FLOAT) {
+        result.setFloat(operation(a.asFloat(), b.asFloat()));
+        return;
+    }
+    if (!isNumber(a) || !isNumber(b)) {
         result.type = TYPE_NULL;
+        return;
+    }
+    result.setFloat(static_cast<float>(operation(wide(a), wide(b))));
 }
 
 /// The sum of which at least one operand is no number.
@@ -51,25 +61,20 @@ void addTexts(ScriptValue& result, const ScriptValue& a, const ScriptValue& b);
 
 inline void add(ScriptValue& result, const ScriptValue& a, const ScriptValue& b)
 {
-    if (!isNumber(a) || !isNumber(b))
-        return addTexts(result, a, b);
-    combine(
-        result, a, b, [](std::uint32_t x, std::uint32_t y) { return x + y; },
-        [](long double x, long double y) { return x + y; });
+    if (isNumber(a) && isNumber(b))
+        combine(result, a, b, [](auto x, auto y) { return x + y; });
+    else
+        addTexts(result, a, b);
 }
 
 inline void subtract(ScriptValue& result, const ScriptValue& a, const ScriptValue& b)
 {
-    combine(
-        result, a, b, [](std::uint32_t x, std::uint32_t y) { return x - y; },
-        [](long double x, long double y) { return x - y; });
+    combine(result, a, b, [](auto x, auto y) { return x - y; });
 }
 
 inline void multiply(ScriptValue& result, const ScriptValue& a, const ScriptValue& b)
 {
-    combine(
-        result, a, b, [](std::uint32_t x, std::uint32_t y) { return x * y; },
-        [](long double x, long double y) { return x * y; });
+    combine(result, a, b, [](auto x, auto y) { return x * y; });
 }
 
 inline void divide(ScriptValue& result, const ScriptValue& a, const ScriptValue& b)

@@ -6,13 +6,51 @@
 #include "script/ScriptInterpreter.h"
 
 #include <atomic>
-#include <bit>
+#include <deque>
 #include <iostream>
+#include <limits>
 #include <span>
 #include <string_view>
 
 namespace tamor
 {
+/// The order in which the operators of a list are applied. It depends on the kinds of the tokens
+/// alone, so it is worked out when a list is first evaluated and kept for the run.
+struct ScriptOrder
+{
+    /// The place of an operand that is missing.
+    static constexpr std::uint32_t nowhere = std::numeric_limits<std::uint32_t>::max();
+
+    /// A group in parentheses: the position of the opening one, and the length between the two.
+    struct Group
+    {
+        std::uint32_t open;
+        std::uint32_t length;
+    };
+
+    /// An operator and its operands, by their positions; an operand that is an operator or a
+    /// parenthesis stands for its result.
+    struct Step
+    {
+        std::uint32_t position;
+        std::uint32_t left;
+        std::uint32_t right;
+        /// Whether it is the sum in a list like `s = s + x`.
+        bool isAppending;
+    };
+
+    std::size_t length = 0; ///< of the list
+    std::vector<Group> groups;
+    std::vector<Step> steps;
+    /// The operator whose result is the list's value; nowhere in a list of an unusual shape.
+    std::uint32_t result = nowhere;
+    /// What is left behind the last step.
+    std::vector<std::uint32_t> rest;
+    /// Whether the steps end at an operator that has no operands but operators: what that means is
+    /// nowhere said, and the whole list has no value.
+    bool isBroken = false;
+};
+
 namespace
 {
 // The rows of scriptOperators that are named below.
@@ -26,26 +64,13 @@ constexpr std::int32_t assignment = 19;
 /// A stretch of a token list.
 using Tokens = std::span<ScriptToken>;
 
-/// A token of a list that is being reduced. No token is copied for that: the cell points to it or,
-/// once there is one, to its value.
-struct Cell
-{
-    std::int32_t kind;
-    /// Whether `value` is the run's own, in which a result may be written.
-    bool isTemporary;
-    union
-    {
-        ScriptToken* token; ///< of all kinds but TOK_NUMBER
-        ScriptValue* value; ///< of TOK_NUMBER, which here stands for TOK_STRING too
-    };
-};
-
-/// What an operator works on: a variable's place if `variable` is set, else a literal, a temporary
-/// or no value at all.
+/// What an operator works on, or gives: a variable's place if `variable` is set, else a literal, a
+/// temporary or no value at all.
 struct Operand
 {
     ScriptValue* value = nullptr;
     ScriptToken* variable = nullptr;
+    /// Whether `value` is the run's own, in which a result may be written.
     bool isTemporary = false;
 };
 
@@ -53,6 +78,13 @@ struct Operand
 bool isApplied(std::int32_t kind)
 {
     return kind >= increment && kind <= assignment;
+}
+
+/// Whether a list of this one token, or what its operator gave, has a value.
+bool hasValueAlone(std::int32_t kind)
+{
+    return kind == TOK_NUMBER || kind == TOK_STRING || kind == TOK_VARIABLE || kind == TOK_CALL ||
+           kind == TOK_FUNC || kind == openParenthesis || isApplied(kind);
 }
 
 bool isControlForm(std::int32_t kind)
@@ -113,6 +145,90 @@ void applyPure(ScriptValue& result, const ScriptValue& left, int kind, const Scr
     }
 }
 
+/// A token of a list that is being put in order, or the result of an operator at that position.
+struct Entry
+{
+    std::uint32_t position;
+    std::int32_t kind;
+};
+
+/// The tokens of a list with each group as one entry.
+std::vector<Entry> entriesOf(Tokens list, ScriptOrder& order)
+{
+    std::vector<Entry> entries;
+    for (std::uint32_t at = 0; at < list.size(); ++at) {
+        entries.push_back({at, list[at].kind});
+        if (list[at].kind != openParenthesis)
+            continue;
+        // A group that nothing closes reaches to the end of the list.
+        const std::uint32_t open = at;
+        for (int depth = 1; depth > 0 && ++at < list.size();) {
+            if (list[at].kind == openParenthesis)
+                ++depth;
+            else if (list[at].kind == closeParenthesis)
+                --depth;
+        }
+        entries.back().kind = TOK_NUMBER;
+        order.groups.push_back({open, at - open - 1});
+    }
+    return entries;
+}
+
+/// Whether the operator at `i` is the sum in a list like `s = s + x`.
+bool isAppending(Tokens list, const std::vector<Entry>& entries, std::size_t i)
+{
+    return entries.size() == 5 && i == 3 && entries[3].kind == addition &&
+           entries[1].kind == assignment && entries[0].kind == TOK_VARIABLE &&
+           entries[2].kind == TOK_VARIABLE &&
+           list[entries[0].position].name == list[entries[2].position].name;
+}
+
+/// Takes the operator at `i` and its neighbours out and puts its result in.
+void reduce(std::vector<Entry>& entries, std::size_t i)
+{
+    // Meant: always three tokens out and one in, at either end of the list too, where other tokens
+    // than the operands are lost; `EvaluateTokens.LosesTokensAtTheEndsOfAList` holds it.
+    const Entry result{entries[i].position, TOK_NUMBER};
+    const std::size_t place = i > 0 ? i - 1 : 0;
+    for (std::size_t j = place; entries.size() - 2 > j; ++j)
+        entries[j] = entries[j + 2];
+    entries[place] = result;
+    entries.resize(entries.size() - 2);
+}
+
+ScriptOrder ordered(Tokens list)
+{
+    ScriptOrder order;
+    order.length = list.size();
+    std::vector<Entry> entries = entriesOf(list, order);
+    // One sweep for each row of the operators: that is all there is to precedence. Meant: from the
+    // right, so 8 / 4 / 2 is 8 / (4 / 2); `EvaluateTokens.GroupsOperatorsOfOneRowFromTheRight`
+    // holds it.
+    for (std::int32_t kind = increment; kind <= assignment; ++kind) {
+        for (std::size_t i = entries.size(); i-- > 0;) {
+            if (i >= entries.size() || entries[i].kind != kind)
+                continue;
+            const bool hasLeft = i > 0;
+            const bool hasRight = i + 1 < entries.size();
+            if ((!hasLeft && !hasRight) || (hasLeft && isApplied(entries[i - 1].kind)) ||
+                (hasRight && isApplied(entries[i + 1].kind))) {
+                order.isBroken = true;
+                return order;
+            }
+            order.steps.push_back({entries[i].position,
+                                   hasLeft ? entries[i - 1].position : ScriptOrder::nowhere,
+                                   hasRight ? entries[i + 1].position : ScriptOrder::nowhere,
+                                   isAppending(list, entries, i)});
+            reduce(entries, i);
+        }
+    }
+    for (const Entry& entry : entries)
+        order.rest.push_back(entry.position);
+    if (entries.size() == 1 && isApplied(list[entries[0].position].kind))
+        order.result = entries[0].position;
+    return order;
+}
+
 /// Counts a call of a function for as long as it runs.
 class ActiveCall
 {
@@ -147,13 +263,14 @@ public:
 private:
     // Expressions.
     ScriptValue& evaluateSeveral(Tokens list);
-    std::uint32_t makeCells(Tokens list, Cell* cells, std::size_t& count);
-    Cell evaluateGroup(Tokens inner);
-    ScriptValue& finish(Cell* cells, std::size_t count);
-    bool reduce(Cell* cells, std::size_t& count, std::size_t i);
-    bool appendsToItself(const Cell* cells, std::size_t count, std::size_t i, const Operand& left,
-                         const Operand& right) const;
-    Operand evaluateOperand(Cell* cell);
+    ScriptValue& evaluateInOrder(Tokens list, const ScriptOrder& order);
+    const ScriptOrder* rememberedOrder(Tokens list);
+    Operand evaluateGroup(Tokens inner);
+    [[gnu::noinline]] ScriptValue& finish(Tokens list, const Operand* found,
+                                          std::span<const std::uint32_t> rest);
+    Operand operandAt(Tokens list, const Operand* found, std::uint32_t position);
+    [[gnu::noinline]] Operand evaluateOperand(Tokens list, const Operand* found,
+                                              std::uint32_t position);
     void locate(Operand& operand);
     Operand apply(const Operand& left, int kind, const Operand& right, bool isLastStep);
     Operand assign(const Operand& left, const Operand& right, bool isLastStep);
@@ -194,7 +311,9 @@ private:
     ScriptInterpreter& interpreter;
     /// What the look-ups of this run are marked with. A host may change the tables between runs.
     std::uint64_t number;
-    BumpStack<Cell> cellStack;
+    std::deque<ScriptOrder> orders;
+    /// The results of operators and groups, a row for each list that is being evaluated.
+    BumpStack<Operand> results;
     BumpStack<ScriptValue> values;
     /// What a missing operand, and an expression without a value, refers to. Nothing writes to it.
     ScriptValue nothing;
@@ -233,191 +352,143 @@ ScriptValue& Run::evaluate(Tokens list)
 
 ScriptValue& Run::evaluateSeveral(Tokens list)
 {
-    const auto cellMark = cellStack.mark();
-    const auto valueMark = values.mark();
-    Cell* const cells = cellStack.take(list.size());
-    std::size_t count = 0;
-    ScriptValue* result = nullptr;
-    // One sweep for each operator that the list has, by rising row: that is all there is to
-    // precedence. Meant: from the right, so 8 / 4 / 2 is 8 / (4 / 2);
-    // `EvaluateTokens.GroupsOperatorsOfOneRowFromTheRight` holds it.
-    for (std::uint32_t operators = makeCells(list, cells, count);
-         operators != 0 && result == nullptr; operators &= operators - 1) {
-        const std::int32_t kind = std::countr_zero(operators);
-        for (std::size_t i = count; i-- > 0;) {
-            if (i < count && cells[i].kind == kind && !reduce(cells, count, i)) {
-                result = &nothing;
-                break;
-            }
-        }
+    if (const ScriptOrder* const order = rememberedOrder(list))
+        return evaluateInOrder(list, *order);
+    const ScriptOrder order = ordered(list);
+    return evaluateInOrder(list, order);
+}
+
+/// The order of a list, which its first operator remembers from the first time on. Null where the
+/// list has an unusual shape.
+const ScriptOrder* Run::rememberedOrder(Tokens list)
+{
+    ScriptToken* holder = &list[0];
+    if (holder->kind != openParenthesis) {
+        if (list.size() < 2 || !isApplied(list[1].kind))
+            return nullptr;
+        holder = &list[1];
     }
-    if (result == nullptr)
-        result = &finish(cells, count);
-    cellStack.release(cellMark);
+    ScriptLookup& lookup = holder->lookup;
+    if (lookup.run != number) {
+        lookup.run = number;
+        lookup.order = &orders.emplace_back(ordered(list));
+    }
+    return lookup.order->length == list.size() ? lookup.order : nullptr;
+}
+
+ScriptValue& Run::evaluateInOrder(Tokens list, const ScriptOrder& order)
+{
+    const auto resultMark = results.mark();
+    const auto valueMark = values.mark();
+    Operand* const found = results.take(list.size());
+    for (const ScriptOrder::Group& group : order.groups)
+        found[group.open] = evaluateGroup(list.subspan(group.open + 1, group.length));
+
+    ScriptValue* appended = nullptr;
+    for (const ScriptOrder::Step& step : order.steps) {
+        Operand left = operandAt(list, found, step.left);
+        Operand right = operandAt(list, found, step.right);
+        // Elements are found again, since what a call on the right does may have moved the left
+        // one.
+        locate(right);
+        locate(left);
+        // `s = s + x` grows the string where it is: with a copy for each step, a loop of such steps
+        // would be quadratic.
+        if (step.isAppending && left.value->type == TYPE_STRING &&
+            right.value->type != TYPE_ARRAY) {
+            arithmetic::appendText(left.value->text, *right.value);
+            appended = left.value;
+            break;
+        }
+        const bool isLastStep = &step == &order.steps.back();
+        found[step.position] = apply(left, list[step.position].kind, right, isLastStep);
+    }
+
+    ScriptValue* result = &nothing;
+    if (appended != nullptr)
+        result = appended;
+    else if (order.result != ScriptOrder::nowhere)
+        result = found[order.result].value;
+    else if (!order.isBroken)
+        result = &finish(list, found, order.rest);
+    results.release(resultMark);
     values.release(valueMark);
     return *result;
 }
 
-/// Fills `cells` from the list, with groups in parentheses already evaluated.
-/// \return the operators to apply, as bits
-std::uint32_t Run::makeCells(Tokens list, Cell* cells, std::size_t& count)
-{
-    std::uint32_t operators = 0;
-    for (std::size_t at = 0; at < list.size(); ++at) {
-        ScriptToken& token = list[at];
-        Cell& cell = cells[count++];
-        cell.kind = token.kind;
-        cell.isTemporary = false;
-        cell.token = &token;
-        if (token.kind == TOK_NUMBER || token.kind == TOK_STRING) {
-            cell.kind = TOK_NUMBER;
-            cell.value = &token.value;
-        } else if (isApplied(token.kind)) {
-            operators |= 1U << token.kind;
-        } else if (token.kind == openParenthesis) {
-            // A group that nothing closes reaches to the end of the list.
-            const std::size_t start = at + 1;
-            for (int depth = 1; depth > 0 && ++at < list.size();) {
-                if (list[at].kind == openParenthesis)
-                    ++depth;
-                else if (list[at].kind == closeParenthesis)
-                    --depth;
-            }
-            cell = evaluateGroup(list.subspan(start, at - start));
-        }
-    }
-    return operators;
-}
-
-Cell Run::evaluateGroup(Tokens inner)
+Operand Run::evaluateGroup(Tokens inner)
 {
     const ScriptValue& value = evaluate(inner);
     // The temporary taken here is often the one in which the value was left.
     ScriptValue& kept = *values.take(1);
     if (&kept != &value)
         arithmetic::assign(kept, value);
-    Cell cell{};
-    cell.kind = TOK_NUMBER;
-    cell.isTemporary = true;
-    cell.value = &kept;
-    return cell;
+    return {&kept, nullptr, true};
 }
 
 /// The value of what is left when all operators have been applied.
-ScriptValue& Run::finish(Cell* cells, std::size_t count)
+ScriptValue& Run::finish(Tokens list, const Operand* found, std::span<const std::uint32_t> rest)
 {
-    while (count > 0 && cells[count - 1].kind == TOK_ARGEND)
-        --count;
-    for (; count > 0 && (cells->kind == TOK_OPEN_BRACE || cells->kind == TOK_CLOSE_BRACE); --count)
-        passBrace((cells++)->kind);
-    if (count == 0)
-        return nothing;
-    if (count == 1) {
-        Operand operand;
-        switch (cells->kind) {
-        case TOK_NUMBER:
-        case TOK_VARIABLE:
-        case TOK_CALL:
-            operand = evaluateOperand(cells);
-            locate(operand);
-            return *operand.value;
-        case TOK_FUNC:
-            return nothing;
-        default:
+    while (!rest.empty() && list[rest.back()].kind == TOK_ARGEND)
+        rest = rest.first(rest.size() - 1);
+    for (; !rest.empty(); rest = rest.subspan(1)) {
+        const std::int32_t kind = list[rest.front()].kind;
+        if (kind != TOK_OPEN_BRACE && kind != TOK_CLOSE_BRACE)
             break;
-        }
+        passBrace(kind);
+    }
+    if (rest.empty())
+        return nothing;
+    const std::int32_t kind = list[rest.front()].kind;
+    if (rest.size() == 1 && hasValueAlone(kind)) {
+        Operand operand = operandAt(list, found, rest.front());
+        locate(operand);
+        return *operand.value;
     }
     // Meant: no way out of a list that no operator reduces, so the stack ends the process;
     // `EvaluateTokens.RecursesWithoutEndOnWhatItCannotReduce` holds it.
-    std::vector<Cell> again(cells, cells + count);
-    return finish(again.data(), again.size());
+    const std::vector<std::uint32_t> again(rest.begin(), rest.end());
+    return finish(list, found, again);
 }
 
-/// Applies the operator at `i` to its neighbours and puts the value in their place.
-/// \return false where another operator is a neighbour, or there is no neighbour at all: what that
-///         means is nowhere said, and the whole expression has no value
-bool Run::reduce(Cell* cells, std::size_t& count, std::size_t i)
+/// Evaluates a neighbour of an operator, or the lack of one, as a list of its own. The usual cases
+/// are told apart here and the rest is a call away, which makes a loop's step half as long.
+inline Operand Run::operandAt(Tokens list, const Operand* found, std::uint32_t position)
 {
-    Cell* const leftCell = i > 0 ? &cells[i - 1] : nullptr;
-    Cell* const rightCell = i + 1 < count ? &cells[i + 1] : nullptr;
-    if (count == 1 || (leftCell != nullptr && isApplied(leftCell->kind)) ||
-        (rightCell != nullptr && isApplied(rightCell->kind)))
-        return false;
-
-    Operand left = evaluateOperand(leftCell);
-    Operand right = evaluateOperand(rightCell);
-    // The variables are found again, since a call on the right may have changed the left one.
-    locate(right);
-    locate(left);
-
-    Operand result;
-    if (appendsToItself(cells, count, i, left, right)) {
-        arithmetic::appendText(left.value->text, *right.value);
-        result.value = left.value;
-        count = i = 1;
-    } else {
-        result = apply(left, cells[i].kind, right, count <= 3);
-        // Meant: always three tokens out and one in, at either end of the list too, where other
-        // tokens than the operands are lost; `EvaluateTokens.LosesTokensAtTheEndsOfAList` holds it.
-        const std::size_t place = i > 0 ? i - 1 : 0;
-        for (std::size_t j = place; count - 2 > j; ++j)
-            cells[j] = cells[j + 2];
-        count -= 2;
-        i = place + 1;
-    }
-    Cell& cell = cells[i - 1];
-    cell.kind = TOK_NUMBER;
-    cell.isTemporary = result.isTemporary;
-    cell.value = result.value;
-    return true;
+    if (position == ScriptOrder::nowhere)
+        return {&nothing, nullptr, false};
+    ScriptToken& token = list[position];
+    if (token.kind == TOK_NUMBER || token.kind == TOK_STRING)
+        return {&token.value, nullptr, false};
+    if (token.kind == TOK_VARIABLE && token.lookup.run == number && token.lookup.indices == 0)
+        return {token.lookup.variable, &token, false};
+    if (isApplied(token.kind) || token.kind == openParenthesis)
+        return found[position];
+    return evaluateOperand(list, found, position);
 }
 
-/// Whether the list is `s = s + x` with a string in `s`, which grows where it is: a copy of `s` for
-/// each step would make a loop of such steps quadratic.
-bool Run::appendsToItself(const Cell* cells, std::size_t count, std::size_t i, const Operand& left,
-                          const Operand& right) const
+Operand Run::evaluateOperand(Tokens list, const Operand* found, std::uint32_t position)
 {
-    return count == 5 && i == 3 && cells[i].kind == addition && cells[1].kind == assignment &&
-           cells[0].kind == TOK_VARIABLE && left.variable != nullptr &&
-           left.value->type == TYPE_STRING && right.value->type != TYPE_ARRAY &&
-           cells[0].token->name == left.variable->name;
-}
-
-/// Evaluates a neighbour of an operator, or the lack of one, as a list of its own.
-Operand Run::evaluateOperand(Cell* cell)
-{
-    Operand operand;
-    operand.value = &nothing;
-    if (cell == nullptr)
-        return operand;
-    switch (cell->kind) {
-    case TOK_NUMBER:
-        operand.value = cell->value;
-        operand.isTemporary = cell->isTemporary;
-        break;
-    case TOK_VARIABLE:
+    ScriptToken& token = list[position];
+    if (token.kind == TOK_VARIABLE) {
         // To read creates the variable, before the other side is evaluated.
-        findVariable(*cell->token);
-        operand.variable = cell->token;
-        break;
-    case TOK_CALL:
-        operand.value = &call(*cell->token);
-        operand.isTemporary = true;
-        break;
-    default:
-        operand.value = &finish(cell, 1);
+        ScriptValue* const variable = findVariable(token);
+        if (variable == nullptr)
+            return {&nothing, nullptr, false};
+        return {variable, &token, false};
     }
-    return operand;
+    if (token.kind == TOK_CALL)
+        return {&call(token), nullptr, true};
+    if (token.kind == TOK_FUNC)
+        return {&nothing, nullptr, false};
+    return {&finish(list, found, std::span(&position, 1)), nullptr, false};
 }
 
-/// Finds the place of an operand that is a variable.
-void Run::locate(Operand& operand)
+/// Finds an element again. A variable itself never moves.
+inline void Run::locate(Operand& operand)
 {
-    if (operand.variable == nullptr)
-        return;
-    operand.value = findVariable(*operand.variable);
-    if (operand.value == nullptr)
-        operand = {&nothing, nullptr, false};
+    if (operand.variable != nullptr && operand.variable->lookup.indices != 0)
+        operand.value = findVariable(*operand.variable);
 }
 
 /// \param isLastStep  whether the value is looked at before anything else is evaluated, so that a
@@ -488,11 +559,11 @@ ScriptValue* Run::findVariable(ScriptToken& token)
             return nullptr;
         lookup.run = number;
         lookup.variable = &interpreter.variables[std::string(root)];
-        lookup.rootLength = root.size();
+        lookup.indices = root.size() < token.name.size() ? root.size() : 0;
     }
-    if (lookup.rootLength == token.name.size())
+    if (lookup.indices == 0)
         return lookup.variable;
-    const std::string_view indices = std::string_view(token.name).substr(lookup.rootLength);
+    const std::string_view indices = std::string_view(token.name).substr(lookup.indices);
     return followPath(interpreter, Scanner(indices), lookup.variable);
 }
 
@@ -608,32 +679,35 @@ std::size_t endOfBlock(Tokens list, std::size_t inside)
 void Run::runStatements(Tokens list, ScriptValue& last)
 {
     becomeNull(last);
-    std::size_t start = 0;
-    for (std::size_t at = 0; at < list.size(); ++at) {
+    ScriptToken* start = list.data();
+    ScriptToken* const end = start + list.size();
+    for (ScriptToken* it = start; it < end; ++it) {
         // Meant: the literal behind it and nothing computed, so `return x;` returns no value;
         // `RunTokens.ReturnsTheStoredLiteralAndEvaluatesNothing` holds it.
-        if (list[at].kind == TOK_RETURN) {
-            arithmetic::assign(last, at + 1 < list.size() ? list[at + 1].value : nothing);
-            return;
-        }
-        if (list[at].kind != TOK_SEMICOLON)
+        if (it->kind == TOK_RETURN)
+            return arithmetic::assign(last, it + 1 < end ? it[1].value : nothing);
+        if (it->kind != TOK_SEMICOLON)
             continue;
-        const Tokens statement = list.subspan(start, at - start);
-        if (statement.size() == 1 && isControlForm(statement.front().kind)) {
+        const Tokens statement(start, it);
+        if (statement.size() == 1 && isControlForm(start->kind)) {
             // Meant: cannot happen behind the test above; it stays for the day that one changes.
             if (statement.size() != 1) {
                 std::cerr << "error parsing after while/for loop/if" << std::endl;
                 return becomeNull(last);
             }
-            at = runControlForm(list, at, last);
+            const auto separator = static_cast<std::size_t>(it - list.data());
+            const std::size_t next = runControlForm(list, separator, last);
+            if (next >= list.size())
+                return;
+            it = list.data() + next;
         } else if (!statement.empty()) {
             // Meant: a value that is not true leaves the last true one in place;
             // `RunTokens.KeepsTheLastTrueValue` holds it.
             const ScriptValue& value = evaluate(statement);
-            if (isTrue(value))
+            if (arithmetic::holds(value))
                 arithmetic::assign(last, value);
         }
-        start = at + 1;
+        start = it + 1;
     }
 }
 
@@ -662,7 +736,7 @@ std::size_t Run::runControlForm(Tokens list, std::size_t separator, ScriptValue&
 
 std::size_t Run::runIf(Tokens list, std::size_t separator)
 {
-    if (isTrue(evaluate(list[separator - 1].args)))
+    if (arithmetic::holds(evaluate(list[separator - 1].args)))
         return separator;
     const std::size_t next = separator + 1;
     if (next < list.size() && list[next].kind == TOK_OPEN_BRACE)
@@ -672,12 +746,17 @@ std::size_t Run::runIf(Tokens list, std::size_t separator)
     return next;
 }
 
+bool isOne(const ScriptValue& value)
+{
+    return value.type == TYPE_INT && value.number == 1;
+}
+
 /// Meant: only integer 1 keeps a loop going, not whatever is true; here and in `runFor`.
 /// `RunTokens.LoopsOnIntegerOneAlone` holds it.
 void Run::runWhile(Tokens condition, Tokens body, ScriptValue& last)
 {
     ScriptValue value;
-    while (equals(evaluate(condition), 1))
+    while (isOne(evaluate(condition)))
         runPass(body, value, last);
 }
 
@@ -692,7 +771,7 @@ void Run::runFor(Tokens header, Tokens body, ScriptValue& last)
         header = header.subspan(std::min(length + 1, header.size()));
     }
     ScriptValue value;
-    for (evaluate(clauses[0]); equals(evaluate(clauses[1]), 1); evaluate(clauses[2]))
+    for (evaluate(clauses[0]); isOne(evaluate(clauses[1])); evaluate(clauses[2]))
         runPass(body, value, last);
 }
 
@@ -700,7 +779,7 @@ void Run::runFor(Tokens header, Tokens body, ScriptValue& last)
 void Run::runPass(Tokens body, ScriptValue& value, ScriptValue& last)
 {
     runStatements(body, value);
-    if (isTrue(value))
+    if (arithmetic::holds(value))
         arithmetic::assign(last, value);
 }
 } // namespace

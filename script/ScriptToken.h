@@ -13,6 +13,7 @@
 namespace tamor
 {
 struct ScriptFunction;
+struct ScriptOrder;
 
 /// A plain function that a script calls by name: the name it was called by, the number of
 /// arguments, and the first of that many values in a row, which are the function's to change.
@@ -44,8 +45,8 @@ constexpr char scriptOperators[scriptOperatorCount][3] = {
     "(", ")",  "++", "--", "^", "*",  "/", "%",  "+",  "-",
     "!", "&&", "||", "<=", "<", ">=", ">", "==", "!=", "="};
 
-/// Where the evaluator found what a token names. It is good for one run only, and no part of what
-/// the token means: a token is equal to another whatever its look-up holds.
+/// What the evaluator has found out about a token: the place of what it names, or the order of the
+/// list that it stands in. It is good for one run only, and no part of what the token means.
 struct ScriptLookup
 {
     /// The run that it is good for; no run is number 0.
@@ -54,12 +55,13 @@ struct ScriptLookup
     {
         ScriptValue* variable = nullptr; ///< of a variable or a parameter
         ScriptBuiltin* builtin;          ///< of a call
+        const ScriptOrder* order;        ///< of a list's first operator or parenthesis
     };
     union
     {
         ScriptFunction* function = nullptr; ///< of a call
         ScriptValue* shadow;                ///< of a parameter: the place of the value it hides
-        std::size_t rootLength;             ///< of a path with indices: the length of the name
+        std::size_t indices;                ///< of a path: where its indices begin, or 0
     };
 };
 
