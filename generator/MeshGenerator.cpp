@@ -25,14 +25,14 @@ constexpr std::int32_t noMaterial = -1;
 template <typename Entry>
 void reserveLargePages(std::vector<Entry>& array, std::size_t count)
 {
-    constexpr std::uintptr_t largePage = std::uintptr_t{2} << 20;
+    constexpr std::size_t largePage = std::size_t{2} << 20;
     array.reserve(count);
-    const auto start = reinterpret_cast<std::uintptr_t>(array.data());
-    const std::uintptr_t firstPage = (start + largePage - 1) / largePage * largePage;
-    const std::uintptr_t pagesEnd = (start + count * sizeof(Entry)) / largePage * largePage;
+    const std::size_t size = count * sizeof(Entry);
+    const std::size_t before = -reinterpret_cast<std::uintptr_t>(array.data()) % largePage;
     // A hint, which may fail and changes nothing but the time.
-    if (firstPage < pagesEnd)
-        madvise(reinterpret_cast<void*>(firstPage), pagesEnd - firstPage, MADV_HUGEPAGE);
+    if (size >= before + largePage)
+        madvise(reinterpret_cast<char*>(array.data()) + before,
+                (size - before) / largePage * largePage, MADV_HUGEPAGE);
 }
 
 /// The numbers of a cell's corners: the digits are its row and column steps.
