@@ -371,16 +371,16 @@ TEST(ReadPNG, AddsThePredictorInRowsOfTypePaeth)
 
 TEST(ReadPNG, ResolvesTiesOfThePredictorForLeftThenAbove)
 {
-    // a 10, b 10, c 20: pa 10, pb 10, pc 20, so a. To tell a from b: a 12, b 8, c 20 has pa 12,
-    // pb 8, so b; a 8, b 12, c 20 has pa 8, so a; a 0, b 10, c 5 has pa 5, pb 5, pc 0, so c.
+    // a 12, b 8, c 20: pb 8 is the least, so b.   a 8, b 12, c 20: pa 8 is the least, so a.
+    // a 0, b 10, c 5: pc 0, so c.                 a 25, b 10, c 20: pb 5 and pc 5, so b.
     const std::string rows("\0\x14\x14\x05\x14\x08\x0C\x0A\x0A"
-                           "\x04\xF8\xF4\xFB\xF6\x00\x00\x00\x00",
+                           "\x04\xF8\xF4\xFB\x05\x00\x00\x00\x00",
                            18);
 
     const std::vector<int> bytes = readRows(2, 2, rows);
 
     EXPECT_THAT((std::vector<int>{bytes.begin() + 8, bytes.end()}),
-                ElementsAre(12, 8, 0, 10, 8, 8, 5, 10));
+                ElementsAre(12, 8, 0, 25, 8, 8, 5, 10));
 }
 
 TEST(ReadPNG, TakesWhatIsAboveTheFirstRowAs0InRowsOfTypePaeth)
