@@ -62,6 +62,7 @@ bool Button::render()
 
     glPolygonMode(GL_FRONT_AND_BACK, GL_FILL);
     setColour(theme->bodyColour, brightness());
+    // Meant: once more than it takes; `ButtonDrawingGLTest.MakesTheseCallsWithAnImage` holds it.
     if (isImage)
         glEnable(GL_TEXTURE_2D);
     drawPlate(cut, cutShare);

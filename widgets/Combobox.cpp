@@ -120,6 +120,8 @@ void Combobox::renderBox() const
 
 void Combobox::renderList() const
 {
+    // Meant: polygons have no use for a size of points;
+    // `ComboboxDrawingGLTest.MakesTheseCallsForTheOpenList` holds it.
     glPointSize(pointSize);
     glPolygonMode(GL_FRONT_AND_BACK, GL_FILL);
     setColour(theme->bodyColour, brightness(), theme->listAlpha);
@@ -223,5 +225,4 @@ void Combobox::chooseOrHighlight(bool left)
     setSelected(static_cast<std::uint32_t>(row));
     open = false;
 }
-
 } // namespace tamor

@@ -38,6 +38,7 @@ bool Frame::render()
         drawPlate(theme->chamfer * dimensions.y, theme->chamfer);
         glPolygonMode(GL_FRONT_AND_BACK, GL_FILL);
     }
+    // Meant: once more than it takes; `FrameDrawingGLTest.MakesTheseCallsWithABorder` holds it.
     glDisable(GL_TEXTURE_2D);
     glPopMatrix();
 

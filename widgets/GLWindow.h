@@ -15,11 +15,12 @@ namespace tamor
 /// the top two font heights. `hover` means that the pointer is over the strip of a draggable
 /// window, or that the window is being dragged.
 ///
-/// | State    | Event                                                         | Next             |
-/// |----------|---------------------------------------------------------------|------------------|
-/// | still    | buttons with left down, `hover`, `draggable`, no child hovered | dragging         |
-/// | dragging | pointer                                                       | moves along      |
-/// | dragging | buttons without left, no child hovered                        | still            |
+/// | State    | Event                                         | Next        |
+/// |----------|-----------------------------------------------|-------------|
+/// | still    | buttons with left, `hover` and `draggable`,   | dragging    |
+/// |          | and no child hovered                          |             |
+/// | dragging | pointer                                       | moves along |
+/// | dragging | buttons without left, and no child hovered    | still       |
 class GLWindow : public GLWidget
 {
 public:

@@ -32,13 +32,13 @@ constexpr Answer answers[] = {okay, cancel, yes, no};
 struct Place
 {
     std::int32_t flags;
-    Answer answer;
     float x;
+    Answer answer;
 };
 
 constexpr Place places[] = {
-    {3, okay, 0.0F}, {3, cancel, 0.2F}, {12, yes, 0.0F},    {12, no, 0.2F},
-    {14, yes, 0.0F}, {14, no, 0.2F},    {14, cancel, 0.4F},
+    {3, 0.0F, okay}, {3, 0.2F, cancel}, {12, 0.0F, yes},    {12, 0.2F, no},
+    {14, 0.0F, yes}, {14, 0.2F, no},    {14, 0.4F, cancel},
 };
 
 constexpr const char* windowName = "__msgbox";
@@ -54,7 +54,7 @@ GLWidget* addAnswers(GLWindow& window, Theme* theme, std::int32_t flags)
 
     auto* const frame = new Frame("__msgbox_frm", &window, Vector(), theme, false);
     window.addChild(frame);
-    for (const auto& [boxFlags, answer, x] : places) {
+    for (const auto& [boxFlags, x, answer] : places) {
         if (boxFlags == flags)
             frame->addChild(new Button(answer.name, frame, Vector(x, 0.0F), theme, answer.caption));
     }
@@ -62,7 +62,7 @@ GLWidget* addAnswers(GLWindow& window, Theme* theme, std::int32_t flags)
 }
 
 /// Deletes the widget of this name, if there is one, and clears the name.
-void remove(const std::string& name)
+void deleteNamed(const std::string& name)
 {
     delete std::exchange(GLWidget::widgets[name], nullptr);
 }
@@ -116,10 +116,10 @@ void GLWidget::pollMessageBox()
     if (const GLWidget* window = find(windowName))
         cutOff(*window);
     std::erase(topLevel, find(windowName));
-    remove(windowName);
+    deleteNamed(windowName);
     for (const Answer& answer : answers)
-        remove(answer.name);
-    remove("__msgbox_msg");
+        deleteNamed(answer.name);
+    deleteNamed("__msgbox_msg");
 }
 
 void GLWidget::cutOff(const GLWidget& window)

@@ -12,13 +12,14 @@ namespace tamor
 /// that they are deselected. A `Textbox` among them belongs to the group. Without a parent nothing
 /// ever unticks it.
 ///
-/// | State | Event                                             | Next |
-/// |-------|---------------------------------------------------|-----------------------------------|
-/// | off   | press over it                                     | on, `fade` 1; siblings go off | |
-/// on    | press over it                                     | on                                |
-/// | on    | `deselect`                                        | off, `fade` 1 | | off   |
-/// `deselect`                                        | off                               | | any |
-/// the parent adds a child, and this is its first exclusive one | on, `fade` 0          |
+/// | State | Event                            | Next                          |
+/// |-------|----------------------------------|-------------------------------|
+/// | off   | press over it                    | on, `fade` 1; siblings go off |
+/// | on    | press over it                    | on                            |
+/// | on    | `deselect`                       | off, `fade` 1                 |
+/// | off   | `deselect`                       | off                           |
+/// | any   | its parent adds a child, and it  | on, `fade` 0                  |
+/// |       | is the first exclusive one there |                               |
 class Optionbox : public Checkbox
 {
 public:

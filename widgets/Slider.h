@@ -14,12 +14,13 @@ namespace tamor
 /// The slider is vertical if `extent.x` is 0, otherwise horizontal if `extent.y` is 0. With neither
 /// it is drawn on the diagonal and does not respond to dragging.
 ///
-/// | State    | Event                                          | Next |
-/// |----------|------------------------------------------------|-----------------------------------|
-/// | idle     | press over the area, left not down before      | dragging | | dragging | pointer
-/// inside the area                        | `value` follows the motion        | | dragging |
-/// pointer outside the area                       | `value` stays, still dragging     | | dragging
-/// | buttons without left                           | idle, not hovered until a pointer |
+/// | State    | Event                                     | Next                         |
+/// |----------|-------------------------------------------|------------------------------|
+/// | idle     | press over the area, left not down before | dragging                     |
+/// | dragging | pointer inside the area                   | `value` follows the motion   |
+/// | dragging | pointer outside the area                  | dragging, `value` stays      |
+/// | dragging | buttons without left                      | idle, and no hover until the |
+/// |          |                                           | next pointer event           |
 class Slider : public GLWidget
 {
 public:

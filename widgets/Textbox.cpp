@@ -8,7 +8,6 @@
 #include <cmath>
 #include <cstddef>
 #include <iostream>
-#include <utility>
 
 namespace tamor
 {
@@ -200,6 +199,7 @@ void Textbox::moveUp()
     const std::size_t rowStart = previousEnd == std::string::npos ? 0 : previousEnd + 1;
     const std::string row = beforeCursor.substr(rowStart, lastEnd - rowStart);
     const std::ptrdiff_t column = closestColumn(row, measureCursorRow());
+    // Where nothing is near, that is the line end in front of the row; the first row has none.
     const auto cursor = static_cast<std::size_t>(
         std::max<std::ptrdiff_t>(0, static_cast<std::ptrdiff_t>(rowStart) + column));
 
@@ -255,8 +255,12 @@ void Textbox::wrapOrType(const std::uint8_t* pressed)
         wrapLastWord();
         return;
     }
-    if (dimensions.x < needed)
-        return;
+    if (dimensions.x >= needed)
+        type(pressed);
+}
+
+void Textbox::type(const std::uint8_t* pressed)
+{
     for (int code = KEY_FIRST_TYPED; code <= KEY_LAST_TYPED; ++code) {
         if (pressed[code] != 0)
             beforeCursor += static_cast<char>(code);

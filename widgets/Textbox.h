@@ -54,6 +54,7 @@ private:
     /// Moves the last word to a new row if its row is full, and otherwise types what is pressed.
     void wrapOrType(const std::uint8_t* pressed);
     void wrapLastWord();
+    void type(const std::uint8_t* pressed);
     /// The width of the cursor's row in front of the cursor.
     float measureCursorRow() const;
     void renderPlate() const;
