@@ -120,6 +120,9 @@ std::string GLWidget::typeName() const
 bool GLWidget::addChild(GLWidget* child)
 {
     children.push_back(child);
+    hasExclusiveChild = hasExclusiveChild || child->isExclusive();
+    if (!hasExclusiveChild)
+        return true;
 
     const auto isExclusiveChild = [](const GLWidget* each) { return each->isExclusive(); };
     const auto first = std::find_if(children.begin(), children.end(), isExclusiveChild);

@@ -3,6 +3,7 @@
 //   BM_frame/N    a frame of N widgets: pointer, buttons, time and drawing
 //   BM_replay/N   the OpenGL calls of that same frame from a list, and nothing else
 //   BM_load/N     loading the layout of N widgets from a file
+//   BM_loadIntoOneParent/N    the same of N labels in one window
 //
 // All runs on Mesa's no-op driver, which takes every call and draws nothing. Run by scripts/bench,
 // or by hand under a display. Read BM_frame against BM_replay of the same N: the ratio is what the
@@ -62,12 +63,10 @@ void BM_replay(benchmark::State& state)
 BENCHMARK(BM_replay)->Arg(100)->Arg(1000)->Arg(10000)->Unit(benchmark::kMicrosecond);
 #endif
 
-void BM_load(benchmark::State& state)
+void load(benchmark::State& state, const std::string& layout)
 {
-    const auto count = static_cast<std::size_t>(state.range(0));
-    const std::string layout = layoutOf(static_cast<int>(count));
     loadScene(layout);
-    if (GLWidget::widgets.size() != count) {
+    if (GLWidget::widgets.size() != static_cast<std::size_t>(state.range(0))) {
         state.SkipWithError("the layout did not load");
         return;
     }
@@ -76,10 +75,26 @@ void BM_load(benchmark::State& state)
         loadScene(layout);
     tellPerWidget(state);
 }
+
+void BM_load(benchmark::State& state)
+{
+    load(state, layoutOf(static_cast<int>(state.range(0))));
+}
 // As often as that no more than 100,000 widgets are left behind.
 BENCHMARK(BM_load)->Arg(100)->Iterations(1000)->Unit(benchmark::kMicrosecond);
 BENCHMARK(BM_load)->Arg(1000)->Iterations(100)->Unit(benchmark::kMicrosecond);
 BENCHMARK(BM_load)->Arg(10000)->Iterations(10)->Unit(benchmark::kMicrosecond);
+
+void BM_loadIntoOneParent(benchmark::State& state)
+{
+    std::string layout = "CADD Win window NULL 0 0 1 Window\n";
+    for (int number = 1; number < state.range(0); ++number)
+        layout += "CADD Label label" + std::to_string(number) + " window 0 0 a label\n";
+    load(state, layout);
+}
+BENCHMARK(BM_loadIntoOneParent)->Arg(100)->Iterations(1000)->Unit(benchmark::kMicrosecond);
+BENCHMARK(BM_loadIntoOneParent)->Arg(1000)->Iterations(100)->Unit(benchmark::kMicrosecond);
+BENCHMARK(BM_loadIntoOneParent)->Arg(10000)->Iterations(10)->Unit(benchmark::kMicrosecond);
 } // namespace
 } // namespace tamor::bench
 
