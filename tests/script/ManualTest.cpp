@@ -1,0 +1,181 @@
+// The listings of docs/script-language.md, and the sample scripts.
+#include "tests/script/ScriptTesting.h"
+#include "tests/support/CapturedErrors.h"
+#include "tests/support/ChildProcess.h"
+#include "tests/support/TemporaryDirectory.h"
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <iterator>
+#include <string>
+#include <vector>
+
+namespace tamor::test
+{
+namespace
+{
+const std::string root = TAMOR_SOURCE_DIRECTORY;
+const std::string scripts = root + "/examples/scripts/";
+
+std::string contentOf(const std::string& path)
+{
+    std::ifstream file(path, std::ios::binary);
+    EXPECT_TRUE(file.is_open()) << path;
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+/// A script of the manual and what it prints.
+struct Listing
+{
+    std::string script;
+    std::string prints;
+};
+
+/// The content of the fenced block that begins with `fence`, from `position` on, which moves behind
+/// it; npos where there is no such block.
+std::string blockAt(const std::string& page, const std::string& fence, std::size_t& position)
+{
+    position = page.find(fence, position);
+    if (position == std::string::npos)
+        return "";
+    const std::size_t start = position + fence.size();
+    const std::size_t end = page.find("```\n", start);
+    position = end + 4;
+    return page.substr(start, end - start);
+}
+
+std::vector<Listing> listingsOf(const std::string& page)
+{
+    std::vector<Listing> listings;
+    for (std::size_t position = 0;;) {
+        const std::string script = blockAt(page, "```script\n", position);
+        if (position == std::string::npos)
+            return listings;
+        EXPECT_EQ(page.compare(position, 10, "```prints\n"), 0) << script;
+        listings.push_back({script, blockAt(page, "```prints\n", position)});
+    }
+}
+
+/// A text without the space that print writes behind the last value of a line.
+std::string withoutSpaceAtLineEnds(const std::string& text)
+{
+    std::string result;
+    for (const char c : text) {
+        if (c == '\n' && result.ends_with(' '))
+            result.pop_back();
+        result += c;
+    }
+    return result;
+}
+
+/// How run_script ends, and what it writes.
+struct HostRun
+{
+    explicit HostRun(std::vector<std::string> arguments)
+    {
+        arguments.insert(arguments.begin(), TAMOR_RUN_SCRIPT);
+        ChildProcess child(arguments);
+        status = child.wait().status;
+        output = child.output();
+        errors = child.errors();
+    }
+
+    int status;
+    std::string output;
+    std::string errors;
+};
+
+const char* const usage = "usage: run_script [--load LIBRARY]... [--tokens] FILE\n";
+} // namespace
+
+TEST(Manual, PrintsWhatItSaysBehindEachListing)
+{
+    const std::vector<Listing> listings = listingsOf(contentOf(root + "/docs/script-language.md"));
+
+    ASSERT_GT(listings.size(), 15U);
+    for (const Listing& listing : listings) {
+        const CapturedErrors errors;
+        const Script script(listing.script);
+        EXPECT_EQ(withoutSpaceAtLineEnds(errors.text()), listing.prints) << listing.script;
+    }
+}
+
+TEST(SampleScripts, PrintWhatIsKept)
+{
+    for (const char* name : {"ball", "mandelbrot", "primes", "statistics"}) {
+        const HostRun run({scripts + name + ".script"});
+
+        EXPECT_EQ(run.status, 0) << name;
+        EXPECT_EQ(run.errors, contentOf("examples/" + std::string(name) + ".txt")) << name;
+        EXPECT_EQ(run.output, "") << name;
+    }
+}
+
+TEST(SampleScripts, CallALibrary)
+{
+    const HostRun run({"--load", scripts + "chart-library.script", scripts + "chart.script"});
+
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.errors, contentOf("examples/chart.txt"));
+}
+
+TEST(RunScript, PrintsTheTokensAndRunsNothing)
+{
+    const TemporaryDirectory directory;
+    directory.write("a.script", "x = print(1);");
+
+    const HostRun run({"--tokens", "a.script"});
+
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.output, ">x< = print( 1 #1 #) ;\n");
+    EXPECT_EQ(run.errors, "");
+}
+
+TEST(RunScript, OffersItsOwnFunctions)
+{
+    const TemporaryDirectory directory;
+    directory.write("a.script", "a[1] = 4; in = item(a, 1); past = item(a, 2); below = item(a, -1);"
+                                "print(sqrt(16), sqrt(2.25), sqrt(a), length(a), length(\"four\"));"
+                                "print(in, past, below);");
+
+    const HostRun run({"a.script"});
+
+    EXPECT_EQ(run.errors, "4 1.5 NULL 2 4 \n4 NULL NULL \n");
+}
+
+TEST(RunScript, SaysWhenNoFileIsNamed)
+{
+    for (const std::vector<std::string>& arguments :
+         {std::vector<std::string>{}, {"--tokens"}, {"--load"}, {"--load", "a"}, {"a", "b"}}) {
+        const HostRun run(arguments);
+        EXPECT_EQ(run.status, 2);
+        EXPECT_EQ(run.errors, std::string("run_script: no file is named\n") + usage);
+    }
+}
+
+TEST(RunScript, SaysWhenAFileCannotBeRead)
+{
+    const TemporaryDirectory directory;
+    directory.write("a.script", "print(1);");
+
+    for (const std::vector<std::string>& arguments :
+         {std::vector<std::string>{"missing"}, {"--load", "missing", "a.script"}}) {
+        const HostRun run(arguments);
+        EXPECT_EQ(run.status, 2);
+        EXPECT_EQ(run.errors, std::string("run_script: cannot read 'missing'\n") + usage);
+    }
+    EXPECT_EQ(HostRun({"/"}).errors, std::string("run_script: cannot read '/'\n") + usage);
+}
+
+TEST(RunScript, RunsAnEmptyFile)
+{
+    const TemporaryDirectory directory;
+    directory.write("a.script", "");
+
+    const HostRun run({"a.script"});
+
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.errors, "");
+}
+} // namespace tamor::test
