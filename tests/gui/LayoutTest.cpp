@@ -509,6 +509,78 @@ TEST_F(LoadLayout, IgnoresATabForAWidgetWithoutTabs)
               "adding a 'Frame' - f\nadding a '' - \n");
 }
 
+// --- From pixels to a widget of a layout
+// ----------------------------------------------------------
+
+using RoutingThroughALayout = LoadLayout;
+
+// Pixels of a window of 800 by 600, where 300 are one unit.
+void press(float pixelX, float pixelY)
+{
+    GLWidget::viewport = {0, 0, 800, 600};
+    GLWidget::mouseMoved({pixelX, pixelY});
+    GLWidget::mouseButtons(true, false, false);
+}
+
+// A button of 0.1 by 0.1 in a frame at (0.05, 0.1) in a window at (0.1, 0.2). Each of the two adds
+// 3 margins of 0.0625, so the button reaches from (0.525, 0.675) to (0.625, 0.775).
+constexpr const char* nestedButton = "CADD Win w NULL 0.1 0.2 1 title\n"
+                                     "CADD Frame f w 0.05 0.1 1\n"
+                                     "CADD Butt b f 0 0 TEX 0.1 0.1\n";
+
+TEST_F(RoutingThroughALayout, FindsAButtonBelowTwoContainersAndTheirMargins)
+{
+    load(nestedButton);
+
+    press(400.0F + 300.0F * 0.53F, 300.0F - 300.0F * 0.68F);
+
+    EXPECT_TRUE(widget("b").wasClicked());
+}
+
+TEST_F(RoutingThroughALayout, MissesAButtonByALittle)
+{
+    load(nestedButton);
+
+    press(400.0F + 300.0F * 0.52F, 300.0F - 300.0F * 0.68F);
+    EXPECT_FALSE(widget("b").wasClicked());
+
+    press(400.0F + 300.0F * 0.53F, 300.0F - 300.0F * 0.67F);
+    EXPECT_FALSE(widget("b").wasClicked());
+}
+
+TEST_F(RoutingThroughALayout, ReachesTheButtonOfAWindowThatLiesBelowAnother)
+{
+    load("CADD Win lower NULL 0 0 0 title\nCADD Butt low lower 0 0 TEX 0.5 0.5\n"
+         "CADD Win upper NULL 0 0 0 title\nCADD Butt high upper 0 0 TEX 0.5 0.5\n");
+
+    press(400.0F + 300.0F * 0.4F, 300.0F - 300.0F * 0.4F);
+
+    EXPECT_TRUE(widget("low").wasClicked());
+    EXPECT_TRUE(widget("high").wasClicked());
+}
+
+TEST_F(RoutingThroughALayout, TicksTheFirstOptionAndMovesTheTickByAPress)
+{
+    load("CADD Frame f NULL 0 0 0\nCADD Opt one f 0 0 one\nCADD Opt two f 0 0.5 two\n"
+         "CADD Opt three f 0 1 three\n");
+    EXPECT_TRUE(widget("one").isActive());
+
+    press(400.0F + 300.0F * 0.1F, 300.0F - 300.0F * 0.6F);
+
+    EXPECT_FALSE(widget("one").isActive());
+    EXPECT_TRUE(widget("two").isActive());
+    EXPECT_FALSE(widget("three").isActive());
+}
+
+TEST_F(RoutingThroughALayout, PutsAWidgetAtTheTopLeftOfTheWindow)
+{
+    load("CADD Butt a NULL -1.3333 0.9 TEX 0.1 0.1\n");
+
+    press(1.0F, 1.0F);
+
+    EXPECT_TRUE(widget("a").wasClicked());
+}
+
 // --- What never returns
 // ---------------------------------------------------------------------------
 
