@@ -49,7 +49,7 @@ std::string makeFile(std::int64_t runsInAHundred)
             addPixel();
         left -= count;
     }
-    const std::string path =
+    std::string path =
         std::filesystem::temp_directory_path() / ("tamor-" + std::to_string(getpid()) + ".tga");
     std::ofstream(path, std::ios::binary) << bytes;
     return path;
