@@ -12,7 +12,7 @@ packages_to_build=(
 packages_for_a_display=(xvfb xdotool imagemagick)
 packages_to_test=(libgtest-dev libgmock-dev apitrace libx11-dev libxdamage-dev)
 packages_to_check=(libgtest-dev libgmock-dev libpng-dev libbenchmark-dev libx11-dev libxdamage-dev clang-format clang-tidy)
-packages_to_measure=(libbenchmark-dev libstb-dev libguichan-dev liblua5.4-dev xvfb)
+packages_to_measure=(libbenchmark-dev libopencv-imgproc-dev libnoise-dev cimg-dev libstb-dev libguichan-dev liblua5.4-dev xvfb)
 
 say()
 {
