@@ -17,15 +17,6 @@ namespace
 // What fgets takes into a buffer of 256 characters.
 constexpr std::size_t longestPiece = 255;
 
-std::string readText(std::FILE* file)
-{
-    std::string text;
-    std::array<char, 65536> block;
-    while (const std::size_t count = std::fread(block.data(), 1, block.size(), file))
-        text.append(block.data(), count);
-    return text;
-}
-
 /// The sum, which wraps: indices of a file are kept whatever they are.
 std::int32_t addIndices(std::int32_t a, std::int32_t b)
 {
@@ -117,7 +108,7 @@ Bone* newBone()
 class Reader
 {
 public:
-    Reader(Model& newModel, ModelText& newFile) : model(newModel), file(newFile) {}
+    Reader(Model& newModel, ModelFile& newFile) : model(newModel), file(newFile) {}
 
     void read()
     {
@@ -268,7 +259,7 @@ private:
     }
 
     Model& model;
-    ModelText& file;
+    ModelFile& file;
     std::int32_t meshCount = 0;
     std::int32_t materialIndex = 0;
     std::int32_t vertexCount = 0;
@@ -282,8 +273,18 @@ private:
 };
 } // namespace
 
-void ModelText::advance()
+void ModelFile::refill()
 {
+    std::memmove(block.data(), rest.data(), rest.size());
+    const std::size_t free = block.size() - rest.size();
+    const std::size_t count = std::fread(block.data() + rest.size(), 1, free, stream);
+    rest = std::string_view(block.data(), rest.size() + count);
+}
+
+void ModelFile::advance()
+{
+    if (rest.size() < longestPiece)
+        refill();
     if (rest.empty())
         return;
     const std::string_view window = rest.substr(0, longestPiece);
@@ -293,12 +294,12 @@ void ModelText::advance()
     piece = window.substr(0, std::min(size, window.find('\0')));
 }
 
-std::string_view readModelLine(ModelText& file)
+std::string_view readModelLine(ModelFile& file)
 {
     do {
         file.advance();
-        // Meant: at the end the last line stays, so one with a comment is waited out for ever; a
-        // file must not end so before the reader is done.
+        // Meant: at the end the last line stays, and if it is to be skipped, this goes on for ever;
+        // `ReadModelLine.WaitsForEverForALineAfterALastComment` holds it.
     } while (file.piece.find("//") != std::string_view::npos || file.piece.starts_with('\n'));
     return file.piece.substr(0, file.piece.empty() ? 0 : file.piece.size() - 1);
 }
@@ -315,11 +316,10 @@ std::int32_t MS3DModel::load(const std::string& path)
         std::cerr << "'" << path << "': Invalid model filename\n";
         return 0;
     }
-    ModelText file(readText(stream));
-    std::fclose(stream);
-
+    ModelFile file(stream);
     Reader(*this, file).read();
     restVertices = vertices;
+    std::fclose(stream);
     return 1;
 }
 } // namespace tamor

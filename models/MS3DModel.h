@@ -4,9 +4,10 @@
 
 #include "models/Model.h"
 
+#include <array>
+#include <cstdio>
 #include <string>
 #include <string_view>
-#include <utility>
 
 namespace tamor
 {
@@ -26,31 +27,36 @@ public:
     std::int32_t load(const std::string& path) override;
 };
 
-/// A model file's text, and the piece of it that was read last.
-class ModelText
+/// A model file that is being read, and the piece of it that was read last.
+class ModelFile
 {
 public:
-    explicit ModelText(std::string newText) : text(std::move(newText)), rest(text) {}
-    ModelText(const ModelText&) = delete;
-    ModelText& operator=(const ModelText&) = delete;
+    /// \param newStream  open for reading; the caller closes it
+    explicit ModelFile(std::FILE* newStream) : stream(newStream) {}
+    ModelFile(const ModelFile&) = delete;
+    ModelFile& operator=(const ModelFile&) = delete;
 
     /// Goes on by one line with its newline, or by 255 characters of a longer line. At the end of
-    /// the text `piece` stays as it is.
+    /// the file `piece` stays as it is.
     void advance();
 
-    /// Ends before the first zero byte, if there is one. Empty before the first `advance`.
+    /// Ends before the first zero byte, if there is one. Empty before the first `advance`; good
+    /// until the next.
     std::string_view piece;
 
 private:
-    std::string text;
-    std::string_view rest;
+    void refill();
+
+    std::FILE* stream;
+    std::string_view rest; ///< what is in the block and was not in a piece yet
+    std::array<char, 65536> block;
 };
 
-/// The next line that counts, without its last character, which is taken to be the newline. Good as
-/// long as `file` lives.
+/// The next line that counts, without its last character, which is taken to be the newline. Good
+/// until the next call.
 ///
 /// Lines with "//" anywhere in them and blank lines are skipped. A line of more than 254 characters
 /// comes in pieces that each lose their last character, as does a last line without a newline. At
 /// the end the last line comes again; if that one is to be skipped, this never returns.
-std::string_view readModelLine(ModelText& file);
+std::string_view readModelLine(ModelFile& file);
 } // namespace tamor

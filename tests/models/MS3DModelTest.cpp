@@ -3,13 +3,17 @@
 #include "tests/models/ModelFileText.h"
 #include "tests/models/PlainMS3DReader.h"
 #include "tests/support/CapturedErrors.h"
+#include "tests/support/ChildProcess.h"
 #include "tests/support/TemporaryDirectory.h"
 #include "tests/support/TestWindow.h"
 #include "textures/TextureRegistry.h"
 
 #include <gtest/gtest.h>
 
+#include <sys/resource.h>
+
 #include <cmath>
+#include <csignal>
 #include <cstdio>
 #include <sstream>
 
@@ -29,10 +33,12 @@ void load(Model& model, const std::string& text)
 
 std::vector<std::string> readLines(const std::string& text, std::size_t count)
 {
-    ModelText file(text);
+    std::FILE* stream = fmemopen(const_cast<char*>(text.data()), text.size(), "r");
+    ModelFile file(stream);
     std::vector<std::string> lines;
     for (std::size_t i = 0; i < count; ++i)
         lines.emplace_back(readModelLine(file));
+    std::fclose(stream);
     return lines;
 }
 
@@ -103,6 +109,34 @@ TEST(ReadModelLine, EndsALineAtAZeroByte)
 
     // The first loses its last character, having no newline; the second is empty.
     EXPECT_EQ(readLines(text, 3), (Lines{"a", "", "g"}));
+}
+
+TEST(ReadModelLine, GoesOnAcrossTheBlocksOfALongFile)
+{
+    std::string text;
+    Lines expected;
+    for (int i = 0; i < 20000; ++i) {
+        expected.push_back("line " + std::to_string(i));
+        text.append(expected.back()).append("\n");
+    }
+
+    EXPECT_EQ(readLines(text, 20000), expected);
+}
+
+TEST(ReadModelLine, WaitsForEverForALineAfterALastComment)
+{
+    // The system ends it after a second of processor time, which is millions of tries.
+    for (const std::string end : {"// comment", "// comment\n", "\n"}) {
+        ChildProcess reader([&] {
+            const rlimit limit = {1, 1};
+            setrlimit(RLIMIT_CPU, &limit);
+            readLines("a\n" + end, 2);
+            return 0;
+        });
+
+        const int signal = reader.wait().signal;
+        EXPECT_TRUE(signal == SIGXCPU || signal == SIGKILL) << end;
+    }
 }
 
 TEST(MS3DModelLoad, SaysSoWhenThereIsNoFile)
