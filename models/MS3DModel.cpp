@@ -30,7 +30,7 @@ std::size_t toSize(std::int32_t count)
 }
 
 // Each of these reads one line. The patterns rule: a line of plain numbers gives the same without
-// them, some ten times as fast. No result is looked at, so that what does not match stays as it
+// them, in a sixth of the time. No result is looked at, so that what does not match stays as it
 // was.
 
 void readCount(std::string_view line, std::int32_t& count)

@@ -19,7 +19,7 @@ constexpr std::int32_t modeBuffers = 2;
 // buffers; `ModelBuffersGLTest.GivesBufferNamesToTheFirstModelOnly` holds it.
 bool bufferNamesMade = false;
 
-/// The point three quarters of the way through drawing a flat face's normal: its middle.
+/// The mean of three places.
 Vector middle(const Vertex& a, const Vertex& b, const Vertex& c)
 {
     const Vector sum = a.position + b.position + c.position;

@@ -60,7 +60,9 @@ public:
             return true;
         case EV_RENDER:
             draw();
-            return screenshot.empty() || !writeScreenshot();
+            if (!screenshot.empty())
+                writeScreenshot();
+            return screenshot.empty();
         default:
             return true;
         }
@@ -158,7 +160,7 @@ private:
         glMaterialf(GL_FRONT_AND_BACK, GL_SHININESS, shininess);
     }
 
-    bool writeScreenshot() const
+    void writeScreenshot() const
     {
         GLint viewport[4];
         glGetIntegerv(GL_VIEWPORT, viewport);
@@ -169,13 +171,14 @@ private:
         glReadPixels(0, 0, viewport[2], viewport[3], GL_RGB, GL_UNSIGNED_BYTE, pixels.data());
 
         std::FILE* file = std::fopen(screenshot.c_str(), "wb");
-        if (file == nullptr)
-            return true;
+        if (file == nullptr) {
+            std::perror(screenshot.c_str());
+            return;
+        }
         std::fprintf(file, "P6\n%zu %zu\n255\n", width, height);
         for (std::size_t row = height; row-- > 0;) // OpenGL's first row is the lowest
             std::fwrite(pixels.data() + row * width * 3, 3, width, file);
         std::fclose(file);
-        return true;
     }
 
     std::string modelName;

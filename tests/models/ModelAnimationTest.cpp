@@ -126,6 +126,20 @@ TEST(ModelPoseBone, LeavesNormalsAsTheyAre)
     EXPECT_THAT(model.vertices[0].normal, isVector(1, 0, 0));
 }
 
+TEST(ModelPoseBone, IgnoresTheBottomRowOfTheMatrix)
+{
+    BonedModel model;
+    Bone& bone = model.addBone();
+    model.addRestVertex(bone, {1, 2, 3});
+    Matrix parent;
+    parent.m[3] = 5;
+    parent.m[15] = 7;
+
+    model.poseBone(&bone, parent, false);
+
+    EXPECT_THAT(model.vertices[0].position, isVector(1, 2, 3));
+}
+
 TEST(ModelPoseBone, StaysInsideWhatThereIs)
 {
     BonedModel model;

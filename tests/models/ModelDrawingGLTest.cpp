@@ -323,7 +323,8 @@ TEST_F(ModelBuffersGLTest, AreRefreshedButForTextureCoordinates)
     model.setRenderMode(2, false, true);
 
     EXPECT_EQ(bufferContent(model.vertexBuffer)[0], 9.0F);
-    EXPECT_EQ(bufferContent(model.texCoordBuffer)[0], 0.0F);
+    EXPECT_THAT(bufferContent(model.texCoordBuffer),
+                ElementsAreArray({0.0F, 0.25F, 0.5F, 0.75F, 1.0F, 0.125F}));
 }
 
 TEST_F(ModelBuffersGLTest, AreRefreshedByAnUpdateWithTheStoredShading)
