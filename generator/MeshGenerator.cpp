@@ -132,8 +132,11 @@ private:
         }
     }
 
-    /// Sets the middles of the four edges around each cell's centre. An edge that two cells share
-    /// is set twice, and the later cell's height stays.
+    /// Sets the middles of the four edges around each cell's centre.
+    ///
+    /// Meant: an edge that two cells share is set twice, with an offset each time, and the later
+    /// cell's height stays: a seed's terrain depends on it;
+    /// `FractalTerrain.KeepsTheHeightsOfASeed` holds it.
     void raiseEdges(std::int32_t step)
     {
         const std::int32_t half = step / 2;
@@ -218,6 +221,9 @@ TerrainMesh imageTerrain(const Image& image, float scaleX, float scaleY, float s
     const auto height = static_cast<float>(image.height);
     for (std::int32_t i = 0; i < image.width; i++)
         for (std::int32_t j = 0; j < image.height; j++) {
+            // Meant: the stride is the width, though an image's own is its height. They agree for
+            // the square images that this is for, and another one gives the same points as ever;
+            // `ImageTerrain.OfATallImageOverwritesPointsAndLeavesTheLastOnes` holds it.
             const std::size_t p =
                 static_cast<std::size_t>(image.width) * static_cast<std::size_t>(i) +
                 static_cast<std::size_t>(j);

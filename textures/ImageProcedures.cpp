@@ -224,6 +224,10 @@ void weightedMeans(float* __restrict means, const float* __restrict source, std:
 }
 
 /// The same across rows for whole pixels, where wholly transparent ones lend no colour.
+///
+/// Meant: the blur along a row has no such test, for it works on the result of this one, in which
+/// every pixel has taken its visible neighbours' colour;
+/// `ImageBlur.KeepsTheColourOfTransparentPixelsOutAcrossRowsOnly` holds it.
 TAMOR_WIDEST_VECTORS
 void weightedMeansOfVisible(float* __restrict means, const float* __restrict source,
                             std::ptrdiff_t stride, KernelPart part, std::size_t count)
@@ -435,7 +439,7 @@ bool Image::blur(std::int32_t radius)
     std::vector<float> acrossRows(rowLength);
     std::int32_t rowsSearched = 0;
     std::int32_t lastTransparentRow = -1;
-    for (std::int32_t i = 0; i < width; i++) {
+    const auto blurAcrossRows = [&](std::int32_t i) {
         const KernelPart part = cutKernel(kernel, i, width);
         const std::int32_t rowsEnd = i + part.first + static_cast<std::int32_t>(part.count);
         for (; rowsSearched < rowsEnd; rowsSearched++)
@@ -447,7 +451,10 @@ bool Image::blur(std::int32_t radius)
             weightedMeansOfVisible(acrossRows.data(), rowAt(i), stride, part, rowLength);
         else
             weightedMeans(acrossRows.data(), rowAt(i), stride, part, divisorOf(part), rowLength);
+    };
 
+    for (std::int32_t i = 0; i < width; i++) {
+        blurAcrossRows(i);
         if (i >= delay)
             store(i - delay);
         blurAlongRow(heldRow(i), acrossRows.data(), kernel, height);
@@ -462,6 +469,9 @@ bool Image::scroll(std::int32_t dx, std::int32_t dy, std::int32_t, std::int32_t,
     if (pixelCount() == 0)
         return true;
 
+    // Meant: rows of `width` pixels, where all other procedures take rows of `height`, so that the
+    // picture of an image from a file, whose rows are its width long, moves as it is seen;
+    // `ImageScroll.MovesRightAndDownAndFillsBehind` holds it.
     const std::int32_t right = std::clamp(dx, -width, width);
     const auto kept = static_cast<std::size_t>(width - std::abs(right));
     const auto rowLength = static_cast<std::size_t>(width);

@@ -376,6 +376,24 @@ TEST(ImageTerrain, OfAVeryWideStripNamesNoFaceThatANumberCannotHold)
             ASSERT_GE(corner, 0);
 }
 
+// The judge is the address sanitiser: images end with their arrays.
+TEST(ImageTerrain, OfAnyShapeStaysInsideItsStorage)
+{
+    for (int width = 1; width < 12; width++)
+        for (int height = 1; height < 12; height++) {
+            const RedImage image(width, height, {});
+            Model model;
+
+            const TerrainMesh mesh = imageTerrain(image, 1.0F, 1.0F, 1.0F);
+            putIntoModel(model, mesh);
+
+            EXPECT_EQ(mesh.faces.size(), 2U * static_cast<unsigned>((width - 1) * (height - 1)));
+            for (const Face& face : model.faces)
+                for (const std::int32_t corner : face.vertex)
+                    ASSERT_LT(corner, width * height);
+        }
+}
+
 TEST(ImageTerrain, OfAnImageWithoutPixelsIsEmpty)
 {
     for (const auto& size : {std::array{0, 0}, std::array{0, 4}, std::array{4, 0},

@@ -853,5 +853,45 @@ TEST(ImageProcedures, TakeSizesWithoutPixels)
         EXPECT_TRUE(image.blend(1, 1, other));
     }
 }
+/// Small numbers mostly, and now and then one of the largest.
+std::int32_t anyInteger(std::mt19937& random)
+{
+    const std::int32_t extremes[] = {largest, least, -1000000007, 1 << 24};
+    const auto number = static_cast<std::int32_t>(random() % 90) - 20;
+    return random() % 8 == 0 ? extremes[random() % 4] : number;
+}
+
+float anyFloat(std::mt19937& random)
+{
+    const float extremes[] = {0.0F, infinity, -infinity, notANumber, 3e38F, -1e-40F};
+    const float number = static_cast<float>(random() % 4000) / 1000.0F - 1.0F;
+    return random() % 8 == 0 ? extremes[random() % 6] : number;
+}
+
+// The judge is the address sanitiser: images end with their arrays.
+TEST(ImageProcedures, StayInsideTheirStorageWhateverTheArguments)
+{
+    std::mt19937 random(12);
+    const CapturedErrors errors; // of unknown factor codes
+    for (int round = 0; round < 400; round++) {
+        OwnedImage image(static_cast<std::int32_t>(random() % 40) - 2,
+                         static_cast<std::int32_t>(random() % 90) - 2);
+        const OwnedImage other(static_cast<std::int32_t>(random() % 40) - 2,
+                               static_cast<std::int32_t>(random() % 40) - 2);
+        for (std::size_t n = 0; n < image.pixelCount() * 4; n++)
+            image.pixels[n] = anyFloat(random);
+
+        image.perlin(static_cast<std::int32_t>(random() % 4), anyFloat(random), anyFloat(random),
+                     anyFloat(random), anyFloat(random));
+        image.scroll(anyInteger(random), anyInteger(random), anyInteger(random), anyInteger(random),
+                     Vector(), true);
+        image.blur(anyInteger(random));
+        const auto codes = static_cast<std::uint32_t>(random());
+        image.blend(codes % 11, codes / 11 % 11, random() % 4 == 0 ? image : other);
+        image.normalise();
+        image.clamp();
+        image.invert(true);
+    }
+}
 } // namespace
 } // namespace tamor
