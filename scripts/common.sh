@@ -10,9 +10,14 @@ packages_to_build=(
     libgl1-mesa-dri fonts-dejavu-core
 )
 packages_for_a_display=(xvfb xdotool imagemagick)
-packages_to_test=(libgtest-dev libgmock-dev apitrace libx11-dev libxdamage-dev)
-packages_to_check=(libgtest-dev libgmock-dev libpng-dev libbenchmark-dev libx11-dev libxdamage-dev clang-format clang-tidy)
-packages_to_measure=(libbenchmark-dev libopencv-imgproc-dev libnoise-dev cimg-dev libstb-dev libguichan-dev liblua5.4-dev xvfb)
+packages_to_test=(libgtest-dev libgmock-dev libpng-dev libx11-dev libxdamage-dev apitrace)
+packages_to_check=("${packages_to_test[@]}" libbenchmark-dev git clang-format clang-tidy)
+# Google Benchmark, and what the benchmarks compare with.
+packages_to_measure=(
+    libbenchmark-dev
+    cimg-dev libassimp-dev libeigen3-dev libglm-dev libguichan-dev liblua5.4-dev libnoise-dev
+    libopencv-imgproc-dev libpython3-dev libstb-dev libtinyobjloader-dev
+)
 
 say()
 {
