@@ -249,13 +249,11 @@ void Textbox::wrapOrType(const std::uint8_t* pressed)
 {
     // Room for two letters is kept free at the right edge.
     const float needed = measureCursorRow() + measureText("ww");
-    if (needed > dimensions.x && countRows(text) < maxRows) {
-        // Meant: the keys of the frame that wraps are lost;
-        // `TextboxWrap.LosesTheKeyOfTheFrameThatWraps` holds it.
+    // Meant: the keys of a frame that wraps are lost;
+    // `TextboxWrap.LosesTheKeyOfTheFrameThatWraps` holds it.
+    if (needed > dimensions.x && countRows(text) < maxRows)
         wrapLastWord();
-        return;
-    }
-    if (dimensions.x >= needed)
+    else if (dimensions.x >= needed)
         type(pressed);
 }
 

@@ -174,6 +174,7 @@ TEST_F(ComboboxState, TogglesOnceHoweverLongThePressIsHeld)
 
     EXPECT_TRUE(box->open);
     EXPECT_TRUE(box->prevLeft);
+    EXPECT_TRUE(box->toggled) << "until the release";
 }
 
 TEST_F(ComboboxState, IgnoresAPressThatBeganOutside)
