@@ -101,6 +101,21 @@ TEST(Manual, PrintsWhatItSaysBehindEachListing)
     }
 }
 
+TEST(Manual, ShowsTheHostThatIsCompiledAndRun)
+{
+    const std::string page = contentOf(root + "/docs/script-language.md");
+    const std::string host = contentOf("ManualHost.cpp");
+    const TemporaryDirectory directory;
+    directory.write("library.script", "print(\"not run\");");
+    directory.write("main.script", "answer = twice(speed);");
+
+    ChildProcess child({TAMOR_MANUAL_HOST});
+
+    EXPECT_EQ(child.wait().status, 42);
+    EXPECT_EQ(child.errors(), "");
+    EXPECT_NE(page.find("```cpp\n" + host + "```\n"), std::string::npos);
+}
+
 TEST(SampleScripts, PrintWhatIsKept)
 {
     for (const char* name : {"ball", "mandelbrot", "primes", "statistics"}) {
