@@ -106,16 +106,16 @@ inline void lessThan(ScriptValue& result, const ScriptValue& a, const ScriptValu
 /// Appends the text of a string, a number or a `TYPE_NULL`, as a string's sum has it.
 void appendText(std::string& text, const ScriptValue& value);
 
+/// The assignment where one of the two has elements.
+void assignElements(ScriptValue& to, const ScriptValue& from);
+
 /// Makes `to` a copy of `from`, as an assignment does, but writes a payload only where the tag
 /// selects it or where something must go. Either may be an element of the other.
 inline void assign(ScriptValue& to, const ScriptValue& from)
 {
     // Arrays are replaced whole: indexing a former array must not find its old elements.
-    if (!from.items.empty() || !to.items.empty()) {
-        ScriptValue copy(from);
-        to = std::move(copy);
-        return;
-    }
+    if (!from.items.empty() || !to.items.empty())
+        return assignElements(to, from);
     to.type = from.type;
     to.number = from.number;
     to.reserved = from.reserved;

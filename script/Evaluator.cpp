@@ -2,68 +2,20 @@
 
 #include "script/Arithmetic.h"
 #include "script/BumpStack.h"
+#include "script/Order.h"
 #include "script/Paths.h"
 #include "script/ScriptInterpreter.h"
 
 #include <atomic>
 #include <deque>
 #include <iostream>
-#include <limits>
 #include <span>
 #include <string_view>
 
 namespace tamor
 {
-/// The order in which the operators of a list are applied. It depends on the kinds of the tokens
-/// alone, so it is worked out when a list is first evaluated and kept for the run.
-struct ScriptOrder
-{
-    /// The place of an operand that is missing.
-    static constexpr std::uint32_t nowhere = std::numeric_limits<std::uint32_t>::max();
-
-    /// A group in parentheses: the position of the opening one, and the length between the two.
-    struct Group
-    {
-        std::uint32_t open;
-        std::uint32_t length;
-    };
-
-    /// An operator and its operands, by their positions; an operand that is an operator or a
-    /// parenthesis stands for its result.
-    struct Step
-    {
-        std::uint32_t position;
-        std::uint32_t left;
-        std::uint32_t right;
-        std::int32_t kind;
-        /// Whether it is the sum in a list like `s = s + x`.
-        bool isAppending;
-        bool isLast;
-    };
-
-    std::size_t length = 0; ///< of the list
-    std::vector<Group> groups;
-    std::vector<Step> steps;
-    /// The operator whose result is the list's value; nowhere in a list of an unusual shape.
-    std::uint32_t result = nowhere;
-    /// What is left behind the last step.
-    std::vector<std::uint32_t> rest;
-    /// Whether the steps end at an operator that has no operands but operators: what that means is
-    /// nowhere said, and the whole list has no value.
-    bool isBroken = false;
-};
-
 namespace
 {
-// The rows of scriptOperators that are named below.
-constexpr std::int32_t openParenthesis = 0;
-constexpr std::int32_t closeParenthesis = 1;
-constexpr std::int32_t increment = 2;
-constexpr std::int32_t decrement = 3;
-constexpr std::int32_t addition = 8;
-constexpr std::int32_t assignment = 19;
-
-/// A stretch of a token list.
 using Tokens = std::span<ScriptToken>;
 
 /// What an operator works on, or gives: a variable's place if `variable` is set, else a literal, a
@@ -75,12 +27,6 @@ struct Operand
     /// Whether `value` is the run's own, in which a result may be written.
     bool isTemporary = false;
 };
-
-/// The operators with operands: all but the parentheses.
-bool isApplied(std::int32_t kind)
-{
-    return kind >= increment && kind <= assignment;
-}
 
 /// Whether a list of this one token, or what its operator gave, has a value.
 bool hasValueAlone(std::int32_t kind)
@@ -158,92 +104,6 @@ void applyPure(ScriptValue& result, const ScriptValue& left, int kind, const Scr
     }
 }
 
-/// A token of a list that is being put in order, or the result of an operator at that position.
-struct Entry
-{
-    std::uint32_t position;
-    std::int32_t kind;
-};
-
-/// The tokens of a list with each group as one entry.
-std::vector<Entry> entriesOf(Tokens list, ScriptOrder& order)
-{
-    std::vector<Entry> entries;
-    for (std::uint32_t at = 0; at < list.size(); ++at) {
-        entries.push_back({at, list[at].kind});
-        if (list[at].kind != openParenthesis)
-            continue;
-        // A group that nothing closes reaches to the end of the list.
-        const std::uint32_t open = at;
-        for (int depth = 1; depth > 0 && ++at < list.size();) {
-            if (list[at].kind == openParenthesis)
-                ++depth;
-            else if (list[at].kind == closeParenthesis)
-                --depth;
-        }
-        entries.back().kind = TOK_NUMBER;
-        order.groups.push_back({open, at - open - 1});
-    }
-    return entries;
-}
-
-/// Whether the operator at `i` is the sum in a list like `s = s + x`.
-bool isAppending(Tokens list, const std::vector<Entry>& entries, std::size_t i)
-{
-    return entries.size() == 5 && i == 3 && entries[3].kind == addition &&
-           entries[1].kind == assignment && entries[0].kind == TOK_VARIABLE &&
-           entries[2].kind == TOK_VARIABLE &&
-           list[entries[0].position].name == list[entries[2].position].name;
-}
-
-/// Takes the operator at `i` and its neighbours out and puts its result in.
-void reduce(std::vector<Entry>& entries, std::size_t i)
-{
-    // Meant: always three tokens out and one in, at either end of the list too, where other tokens
-    // than the operands are lost; `EvaluateTokens.LosesTokensAtTheEndsOfAList` holds it.
-    const Entry result{entries[i].position, TOK_NUMBER};
-    const std::size_t place = i > 0 ? i - 1 : 0;
-    for (std::size_t j = place; entries.size() - 2 > j; ++j)
-        entries[j] = entries[j + 2];
-    entries[place] = result;
-    entries.resize(entries.size() - 2);
-}
-
-ScriptOrder ordered(Tokens list)
-{
-    ScriptOrder order;
-    order.length = list.size();
-    std::vector<Entry> entries = entriesOf(list, order);
-    // One sweep for each row of the operators: that is all there is to precedence. Meant: from the
-    // right, so 8 / 4 / 2 is 8 / (4 / 2); `EvaluateTokens.GroupsOperatorsOfOneRowFromTheRight`
-    // holds it.
-    for (std::int32_t kind = increment; kind <= assignment; ++kind) {
-        for (std::size_t i = entries.size(); i-- > 0;) {
-            if (i >= entries.size() || entries[i].kind != kind)
-                continue;
-            const bool hasLeft = i > 0;
-            const bool hasRight = i + 1 < entries.size();
-            if ((!hasLeft && !hasRight) || (hasLeft && isApplied(entries[i - 1].kind)) ||
-                (hasRight && isApplied(entries[i + 1].kind))) {
-                order.isBroken = true;
-                return order;
-            }
-            order.steps.push_back({entries[i].position,
-                                   hasLeft ? entries[i - 1].position : ScriptOrder::nowhere,
-                                   hasRight ? entries[i + 1].position : ScriptOrder::nowhere, kind,
-                                   isAppending(list, entries, i), false});
-            reduce(entries, i);
-        }
-    }
-    if (!order.steps.empty())
-        order.steps.back().isLast = true;
-    for (const Entry& entry : entries)
-        order.rest.push_back(entry.position);
-    if (entries.size() == 1 && isApplied(list[entries[0].position].kind))
-        order.result = entries[0].position;
-    return order;
-}
-
 /// Counts a call of a function for as long as it runs.
 class ActiveCall
 {
@@ -263,10 +123,10 @@ private:
 
 /// One run, from a host's call to its return.
 ///
-/// By the rules a list is copied at each step and the copy cut down. Here the tokens stay where
-/// they are and what is cut down are rows of cells, so that a step costs what its operator costs. A
-/// value that is returned by reference is a variable, a literal or a temporary, and is good until
-/// the next thing is evaluated.
+/// The language is defined by lists that are copied at each step, and copies that are cut down.
+/// Here the tokens stay where they are, and the order of the cuts is remembered, so that a step
+/// costs what its operator costs. A value that is returned by reference is a variable, a literal or
+/// a temporary, and is good until the next thing is evaluated.
 class Run
 {
 public:
@@ -409,6 +269,8 @@ inline ScriptValue* Run::evaluateShort(Tokens list)
     if (isLong && first->items.empty()) {
         applyPure(*first, *left, kind, *right);
         first->reserved = 0;
+        if (first->type != TYPE_STRING)
+            first->text.clear();
         return first;
     }
     const auto mark = values.mark();

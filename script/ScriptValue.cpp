@@ -164,6 +164,12 @@ __attribute__((noinline, no_sanitize("undefined"))) int remainder(int dividend, 
 }
 } // namespace
 
+void assignElements(ScriptValue& to, const ScriptValue& from)
+{
+    ScriptValue copy(from);
+    to = std::move(copy);
+}
+
 void modulo(ScriptValue& result, const ScriptValue& a, const ScriptValue& b)
 {
     if (isNumber(a) && isNumber(b))
