@@ -213,6 +213,30 @@ TEST(EvaluateTokens, FindsNoOldElementsInAFormerArray)
     EXPECT_EQ(script["d"], "null");
 }
 
+TEST(EvaluateTokens, GivesTheSameWhenAListIsEvaluatedAgain)
+{
+    // From the second pass on all variables have been found.
+    Script script("t = \"t\"; s = \"s\";"
+                  "for (i = 0; i < 3; i++) {"
+                  "    s = t + \"x\"; u = t + s; t = t; e = i == 2; n = i * .5;"
+                  "    a[1] = 7; b = a; a = i + 1; c = a[1];"
+                  "    f = b + \"x\"; g = \"x\" + i; h = u; h = h + h; m = \"x\"; m = i + m;"
+                  "}");
+
+    EXPECT_EQ(script["s"], "string tx");
+    EXPECT_EQ(script["u"], "string ttx");
+    EXPECT_EQ(script["t"], "string t");
+    EXPECT_EQ(script["e"], "int 1");
+    EXPECT_EQ(script["n"], "float 1");
+    EXPECT_EQ(script["b"], "[null, int 7]");
+    EXPECT_EQ(script["a"], "[null, null]") << "by the look at its element";
+    EXPECT_EQ(script["c"], "null");
+    EXPECT_EQ(script["f"], "string ");
+    EXPECT_EQ(script["g"], "string x2");
+    EXPECT_EQ(script["h"], "string ttxttx");
+    EXPECT_EQ(script["m"], "string 2x");
+}
+
 TEST(EvaluateTokens, StoresACopyFromBeforeAnAssignmentToAPartOfItself)
 {
     Script script("a[1] = 7; a[0] = a; b[0] = 5; b = b[0]; c[0][1] = 3; c = c[0];");

@@ -404,9 +404,9 @@ TEST(InterpreterLaws, HaveThePlainOutcomeForPrograms)
 {
     Generator generator(6);
     int comparedPrograms = 0;
-    for (int i = 0; i < 3500; ++i) {
+    for (int i = 0; i < 3000; ++i) {
         Words words = generator.program();
-        if (i % 3 == 0)
+        if (i % 5 == 0)
             generator.disturb(words);
         const std::string text = generator.joined(words);
         std::string expected;
@@ -420,6 +420,6 @@ TEST(InterpreterLaws, HaveThePlainOutcomeForPrograms)
         ASSERT_EQ(engineOutcome(text), expected) << text;
         ++comparedPrograms;
     }
-    EXPECT_GT(comparedPrograms, 1500);
+    EXPECT_GT(comparedPrograms, 1000);
 }
 } // namespace tamor::test
