@@ -48,8 +48,9 @@ private:
     void refill();
 
     std::FILE* stream;
-    std::string_view rest; ///< what is in the block and was not in a piece yet
     std::array<char, 65536> block;
+    /// What is in the block and was not in a piece yet.
+    std::string_view rest = std::string_view(block.data(), 0);
 };
 
 /// The next line that counts, without its last character, which is taken to be the newline. Good
