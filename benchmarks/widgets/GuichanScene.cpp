@@ -30,15 +30,15 @@ gcn::Image* makeFontImage()
     constexpr unsigned int separator = 0xFFFF00FF;
     constexpr unsigned int ink = 0xFFFFFFFF;
     const int width = static_cast<int>(fontCharacters().size()) * (glyphWidth + 1) + 1;
-    const int height = glyphHeight + 1;
-    std::vector<unsigned int> pixels(static_cast<std::size_t>(width * height), separator);
+    constexpr std::size_t height = glyphHeight + 1;
+    std::vector<unsigned int> pixels(static_cast<std::size_t>(width) * height, separator);
     for (int y = 0; y < glyphHeight; ++y) {
         for (int x = 0; x < width; ++x) {
             if (x % (glyphWidth + 1) != 0)
                 pixels[static_cast<std::size_t>(y * width + x)] = ink;
         }
     }
-    return new gcn::OpenGLImage(pixels.data(), width, height, false);
+    return new gcn::OpenGLImage(pixels.data(), width, int{height}, false);
 }
 
 class Items : public gcn::ListModel
