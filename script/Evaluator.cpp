@@ -421,8 +421,10 @@ Operand Run::evaluateOperand(Tokens list, const Operand* found, std::uint32_t po
 /// Finds an element again. A variable itself never moves.
 inline void Run::locate(Operand& operand)
 {
-    if (operand.variable != nullptr && operand.variable->lookup.indices != 0)
-        operand.value = findVariable(*operand.variable);
+    if (operand.variable == nullptr || operand.variable->lookup.indices == 0)
+        return;
+    if (ScriptValue* const place = findVariable(*operand.variable))
+        operand.value = place;
 }
 
 /// \param isLastStep  whether the value is looked at before anything else is evaluated, so that a

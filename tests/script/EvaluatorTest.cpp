@@ -762,9 +762,9 @@ TEST(Calls, RunABodyToItsEndThatIsRedefinedMeanwhile)
 
 TEST(Calls, GoDeep)
 {
-    Script script("func f(n) { if (n < 1000) { f(n + 1); } deepest = deepest + 1; }"
+    Script script("func f(n) { if (n < 200) { f(n + 1); } deepest = deepest + 1; }"
                   "deepest = 0; f(1);");
 
-    EXPECT_EQ(script["deepest"], "int 1000");
+    EXPECT_EQ(script["deepest"], "int 200");
 }
 } // namespace tamor::test
