@@ -30,7 +30,7 @@ Vector sampleKeys(const std::vector<KeyFrame>& keys, float time)
         below = &keys.front();
         next = below;
     } else if (below != &keys.back()) {
-        fraction = (time - below->time) / (next->time - below->time);
+        fraction = (time - below->time) / ((below + 1)->time - below->time);
     }
     const Vector to = next == nullptr ? Vector() : next->value;
     return below->value * (1.0F - fraction) + to * fraction;

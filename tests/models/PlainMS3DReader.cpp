@@ -1,5 +1,6 @@
 #include "tests/models/PlainMS3DReader.h"
 
+#include <bit>
 #include <cstring>
 
 namespace tamor::test
@@ -152,14 +153,14 @@ bool areSame(const std::vector<Record>& a, const std::vector<Record>& b)
                                                              a.size() * sizeof(Record)) == 0);
 }
 
-bool areSame(const Vector& a, const Vector& b)
-{
-    return std::memcmp(&a.x, &b.x, sizeof(a)) == 0;
-}
-
 bool areSame(float a, float b)
 {
-    return std::memcmp(&a, &b, sizeof(a)) == 0;
+    return std::bit_cast<std::uint32_t>(a) == std::bit_cast<std::uint32_t>(b);
+}
+
+bool areSame(const Vector& a, const Vector& b)
+{
+    return areSame(a.x, b.x) && areSame(a.y, b.y) && areSame(a.z, b.z) && areSame(a.w, b.w);
 }
 
 bool areSame(const Material& a, const Material& b)
