@@ -71,10 +71,9 @@ BENCHMARK(BM_pose_Model)->Unit(benchmark::kMicrosecond);
 void BM_pose_memcpy(benchmark::State& state)
 {
     const Model& model = torus();
-    std::vector<Vertex> copy(model.vertices.size());
+    std::vector<std::uint8_t> copy(model.vertices.size() * sizeof(Vertex));
     for (auto _ : state) {
-        std::memcpy(static_cast<void*>(copy.data()), model.restVertices.data(),
-                    copy.size() * sizeof(Vertex));
+        std::memcpy(copy.data(), model.restVertices.data(), copy.size());
         benchmark::ClobberMemory();
     }
     countVertices(state);

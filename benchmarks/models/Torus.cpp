@@ -21,8 +21,10 @@ struct Corner
 
 Corner cornerAt(std::size_t index)
 {
-    const double u = static_cast<double>(index / torusCorners) / torusRings;
-    const double v = static_cast<double>(index % torusCorners) / torusCorners;
+    const std::size_t ring = index / torusCorners;
+    const std::size_t corner = index % torusCorners;
+    const double u = static_cast<double>(ring) / torusRings;
+    const double v = static_cast<double>(corner) / torusCorners;
     const double a = 2 * std::numbers::pi * u;
     const double b = 2 * std::numbers::pi * v;
     const std::array<double, 3> normal = {std::cos(a) * std::cos(b), std::sin(b),
