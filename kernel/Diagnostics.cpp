@@ -1,5 +1,7 @@
 #include "kernel/Diagnostics.h"
 
+#include <unistd.h>
+
 #include <csignal>
 #include <cstdlib>
 #include <iostream>
@@ -15,6 +17,14 @@ struct SignalInfo
     char name[10];
     char description[64];
 };
+
+/// How long an exit from within a signal handler may take, in seconds.
+constexpr unsigned exitLimit = 1;
+
+void endAtOnce(int /*signal*/)
+{
+    _exit(1);
+}
 } // namespace
 
 CallStack callStack;
@@ -93,6 +103,9 @@ void signalHandler(int signal)
             std::cerr << "Caught signal " << info.name << " - " << info.description << std::endl;
     }
     std::cerr << "Stack Trace:" << std::endl;
+    // The signal may have come while a library held a lock that its part of the exit waits for.
+    std::signal(SIGALRM, endAtOnce);
+    alarm(exitLimit);
     std::exit(1);
 }
 

@@ -4,6 +4,7 @@
 
 #include <SDL.h>
 
+#include <cstring>
 #include <iostream>
 #include <vector>
 
@@ -47,6 +48,16 @@ bool advance(KeyRecord& key, std::int32_t delta)
         key.repeatTime = 0;
         return false;
     }
+}
+
+/// The key's symbol as a number. It is not read as SDL's enumeration, which an event from elsewhere
+/// may go past.
+std::uint32_t symbolOf(const SDL_keysym& key)
+{
+    std::uint32_t symbol = 0;
+    static_assert(sizeof key.sym == sizeof symbol);
+    std::memcpy(&symbol, &key.sym, sizeof symbol);
+    return symbol;
 }
 } // namespace
 
@@ -130,7 +141,7 @@ bool SDLInput::readEvents()
         case SDL_KEYDOWN:
         case SDL_KEYUP:
             setKey(event.key.keysym.unicode, event.type == SDL_KEYDOWN);
-            setKey(static_cast<std::uint32_t>(event.key.keysym.sym), event.type == SDL_KEYDOWN);
+            setKey(symbolOf(event.key.keysym), event.type == SDL_KEYDOWN);
             break;
         case SDL_MOUSEMOTION:
             mouseX = event.motion.x;
