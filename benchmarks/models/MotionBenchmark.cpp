@@ -73,7 +73,7 @@ void BM_pose_memcpy(benchmark::State& state)
     const Model& model = torus();
     std::vector<std::uint8_t> copy(model.vertices.size() * sizeof(Vertex));
     for (auto _ : state) {
-        std::memcpy(copy.data(), model.restVertices.data(), copy.size());
+        std::memcpy(copy.data(), static_cast<const void*>(model.restVertices.data()), copy.size());
         benchmark::ClobberMemory();
     }
     countVertices(state);

@@ -51,9 +51,13 @@ std::array<std::size_t, 3> triangleAt(std::size_t index)
 template <typename... Values>
 void append(std::string& text, const char* format, Values... values)
 {
-    std::array<char, 256> line;
-    text.append(line.data(), static_cast<std::size_t>(
-                                 std::snprintf(line.data(), line.size(), format, values...)));
+    if constexpr (sizeof...(values) == 0) {
+        text += format;
+    } else {
+        std::array<char, 256> line;
+        text.append(line.data(), static_cast<std::size_t>(
+                                     std::snprintf(line.data(), line.size(), format, values...)));
+    }
 }
 
 void appendBone(std::string& text, std::size_t bone)

@@ -233,7 +233,7 @@ void BM_parse_tamor(benchmark::State& state)
             state.ResumeTiming();
         }
     }
-    state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * text.size()));
+    state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(text.size()));
 }
 BENCHMARK(BM_parse_tamor)->Arg(150000)->Arg(800000)->Arg(8000000)->Unit(benchmark::kMillisecond);
 
@@ -247,7 +247,7 @@ void BM_parse_lua(benchmark::State& state)
             state.SkipWithError("a wrong text");
         lua_pop(lua, 1);
     }
-    state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * text.size()));
+    state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(text.size()));
     lua_close(lua);
 }
 BENCHMARK(BM_parse_lua)->Arg(150000)->Unit(benchmark::kMillisecond);

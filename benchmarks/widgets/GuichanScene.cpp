@@ -29,16 +29,16 @@ gcn::Image* makeFontImage()
 {
     constexpr unsigned int separator = 0xFFFF00FF;
     constexpr unsigned int ink = 0xFFFFFFFF;
-    const int width = static_cast<int>(fontCharacters().size()) * (glyphWidth + 1) + 1;
+    const std::size_t width = fontCharacters().size() * (glyphWidth + 1) + 1;
     constexpr std::size_t height = glyphHeight + 1;
-    std::vector<unsigned int> pixels(static_cast<std::size_t>(width) * height, separator);
-    for (int y = 0; y < glyphHeight; ++y) {
-        for (int x = 0; x < width; ++x) {
+    std::vector<unsigned int> pixels(width * height, separator);
+    for (std::size_t y = 0; y < glyphHeight; ++y) {
+        for (std::size_t x = 0; x < width; ++x) {
             if (x % (glyphWidth + 1) != 0)
-                pixels[static_cast<std::size_t>(y * width + x)] = ink;
+                pixels[y * width + x] = ink;
         }
     }
-    return new gcn::OpenGLImage(pixels.data(), width, int{height}, false);
+    return new gcn::OpenGLImage(pixels.data(), static_cast<int>(width), int{height}, false);
 }
 
 class Items : public gcn::ListModel

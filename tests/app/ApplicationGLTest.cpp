@@ -19,9 +19,7 @@ namespace tamor
 namespace
 {
 using testing::ElementsAre;
-using testing::HasSubstr;
 using testing::IsEmpty;
-using testing::Not;
 
 /// Reaches the fields of widgets, which the system has no accessors for.
 struct Fields : GLWidget
