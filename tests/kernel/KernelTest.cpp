@@ -44,7 +44,7 @@ protected:
 
     static ObjectRef<EventCatcher> ref(EventCatcher* catcher) { return {catcher}; }
 
-    const ObjectRef<EventCatcher> nobody;
+    const ObjectRef<EventCatcher> nobody{};
     Deliveries log;
     Kernel* kernel = new Kernel;
 };

@@ -155,12 +155,15 @@ TEST_F(ObjectRefTest, CopiesCountOnceEach)
 {
     auto* const object = new Noted("object");
     const ObjectRef<Noted> first(object);
-    const ObjectRef<Noted> second(first);
+    ObjectRef<Noted> second(first);
 
     EXPECT_EQ(object->refCount, 2);
     EXPECT_EQ(second.get(), object);
     EXPECT_TRUE(first == second);
-    EXPECT_FALSE(first == ObjectRef<Noted>());
+
+    second = nullptr;
+    EXPECT_EQ(object->refCount, 1);
+    EXPECT_FALSE(first == second);
 }
 
 TEST_F(ObjectRefTest, AssignmentMovesTheCount)

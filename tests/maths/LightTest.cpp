@@ -32,6 +32,7 @@ TEST(Light, ANewLightTakesTheLowestFreeNumber)
 TEST(Light, NumbersEndAfter3377)
 {
     std::vector<std::unique_ptr<Light>> lights;
+    lights.reserve(3377);
     for (int count = 0; count < 3377; ++count)
         lights.push_back(std::make_unique<Light>());
     EXPECT_EQ(lights.back()->number, 0x4000U + 3376U);

@@ -8,12 +8,18 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <typeinfo>
 
 using namespace tamor;
 using namespace tamor::test;
 
 namespace
 {
+const std::type_info& typeOf(const Model& model)
+{
+    return typeid(model);
+}
+
 std::unique_ptr<Model> create(const std::string& name)
 {
     return std::unique_ptr<Model>(createModel(name));
@@ -47,7 +53,7 @@ TEST(CreateModel, GivesAnEmptyModelForAVRXName)
     const auto model = create("model.vrx");
 
     EXPECT_TRUE(isEmpty(*model));
-    EXPECT_EQ(typeid(*model), typeid(Model));
+    EXPECT_EQ(typeOf(*model), typeid(Model));
     EXPECT_EQ(errors.text(), "");
 }
 
@@ -59,7 +65,7 @@ TEST(CreateModel, GivesAnEmptyModelForANameOfNothing)
             continue;
         const auto model = create(name);
         EXPECT_TRUE(isEmpty(*model)) << name;
-        EXPECT_EQ(typeid(*model), typeid(Model)) << name;
+        EXPECT_EQ(typeOf(*model), typeid(Model)) << name;
     }
     EXPECT_EQ(errors.text(), "");
 }
@@ -97,7 +103,7 @@ TEST(CreateModel, TakesAnyNameOfThreeCharactersForAVRXFile)
     const auto model = create("abc");
 
     EXPECT_TRUE(isEmpty(*model));
-    EXPECT_EQ(typeid(*model), typeid(Model));
+    EXPECT_EQ(typeOf(*model), typeid(Model));
     EXPECT_EQ(errors.text(), "");
 }
 

@@ -40,8 +40,8 @@ protected:
         glLoadIdentity();
         const float towardsTheLight[] = {0.4F, 0.8F, 0.9F, 0.0F};
         glLightfv(GL_LIGHT0, GL_POSITION, towardsTheLight);
-        for (const GLenum capability : {GL_DEPTH_TEST, GL_NORMALIZE, GL_LIGHT0})
-            glEnable(capability);
+        for (const int capability : {GL_DEPTH_TEST, GL_NORMALIZE, GL_LIGHT0})
+            glEnable(static_cast<GLenum>(capability));
         glTranslatef(0.0F, 0.0F, -distance);
         glRotatef(20.0F, 1.0F, 0.0F, 0.0F);
         glRotatef(-30.0F, 0.0F, 1.0F, 0.0F);

@@ -49,7 +49,7 @@ std::string printedTokens(const std::string& text)
 
 TEST(ScriptToken, IsAnArgumentEndByDefault)
 {
-    const ScriptToken token;
+    const ScriptToken token{};
 
     EXPECT_EQ(token.kind, -1);
     EXPECT_EQ(token.kind, TOK_ARGEND);

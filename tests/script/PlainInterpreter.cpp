@@ -39,7 +39,7 @@ bool begins(const std::string& text, const std::string& prefix)
 
 std::string takeFront(std::string& text)
 {
-    const std::string front = text.substr(0, 1);
+    std::string front = text.substr(0, 1);
     text = text.substr(1); // throws past the end
     return front;
 }

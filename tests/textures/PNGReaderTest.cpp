@@ -19,7 +19,6 @@ namespace tamor
 namespace
 {
 using testing::ElementsAre;
-using testing::ElementsAreArray;
 
 const std::string signature = "\x89PNG\r\n\x1A\n";
 const char* const unsupported =
@@ -166,7 +165,7 @@ TEST(ReadPNG, SaysThatAFileCannotBeOpened)
 TEST(ReadPNG, SaysThatASignatureIsWrongWithThePathFirst)
 {
     for (const std::size_t wrongByte : {0U, 1U, 3U, 4U, 7U}) {
-        std::string bytes = readablePNG(1, 1, "\0abcd");
+        std::string bytes = readablePNG(1, 1, std::string("\0abcd", 5));
         bytes[wrongByte] ^= 1;
 
         const Reading reading = read(bytes);

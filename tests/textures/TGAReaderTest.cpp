@@ -16,7 +16,6 @@ namespace tamor
 {
 namespace
 {
-using testing::Each;
 using testing::ElementsAre;
 
 /// A header of 18 bytes, and the packets.

@@ -13,8 +13,6 @@ namespace tamor
 {
 namespace
 {
-using testing::AnyOf;
-using testing::HasSubstr;
 
 /// One pixel of 32 bits.
 const std::string smallTGA("\0\0\12\0\0\0\0\0\0\0\0\0\1\0\1\0\40\0\0\x33\x66\x99\xCC", 23);

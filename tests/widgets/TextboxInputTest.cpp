@@ -136,10 +136,10 @@ TEST_F(TextboxInputGLTest, RepeatsAHeldKeyInFrameTime)
 
 TEST_F(TextboxInputGLTest, EditsWithTheKeysThatHaveNoCharacter)
 {
-    for (const int symbol : {'o', 'n', 'e'})
+    for (const char symbol : {'o', 'n', 'e'})
         strike(symbol, 0);
     strike(SDLK_RETURN, 0);
-    for (const int symbol : {'t', 'w', 'o'})
+    for (const char symbol : {'t', 'w', 'o'})
         strike(symbol, 0);
     EXPECT_EQ(box->text, "one\ntwo");
 

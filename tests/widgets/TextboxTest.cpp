@@ -434,7 +434,7 @@ TEST_F(TextboxDown, FindsTheColumnThatMeasuringEveryColumnFinds)
         return text;
     };
     for (const char letter : letters)
-        GLWidget::font.advance[static_cast<std::size_t>(letter)] =
+        GLWidget::font.advance[static_cast<unsigned char>(letter)] =
             static_cast<float>(random() % 1000) / 777.0F;
 
     for (int round = 0; round < 2000; ++round) {

@@ -17,7 +17,6 @@ namespace tamor::test
 {
 namespace
 {
-using testing::ElementsAre;
 
 class WidgetKinds : public WidgetTest
 {
