@@ -41,7 +41,8 @@ TEST(Matrix, ProductIgnoresTheBottomRowOfTheRightOperand)
     Matrix a;
     a.translate(1, 2, 3);
     Matrix b;
-    Matrix odd;
+    b.translate(4, 5, 6);
+    Matrix odd = b;
     odd.m[3] = 5;
     odd.m[7] = 6;
     odd.m[11] = 7;
