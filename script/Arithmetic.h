@@ -14,10 +14,12 @@ inline bool isNumber(const ScriptValue& value)
     return value.type == TYPE_INT || value.type == TYPE_FLOAT;
 }
 
-/// As `tamor::isTrue`, with the usual case at hand.
+/// As `tamor::isTrue`, with the usual cases at hand.
 inline bool holds(const ScriptValue& value)
 {
-    return value.type == TYPE_INT ? value.number != 0 : isTrue(value);
+    if (value.type == TYPE_INT)
+        return value.number != 0;
+    return value.type == TYPE_FLOAT ? value.asFloat() != 0.0F : isTrue(value);
 }
 
 /// A number in the widest floating type at hand, in which float results are computed.
@@ -33,6 +35,14 @@ inline float single(const ScriptValue& value)
     return value.type == TYPE_INT ? static_cast<float>(value.number) : value.asFloat();
 }
 
+/// Whether a value is a float, or an integer that a float holds without loss.
+inline bool isSingle(const ScriptValue& value)
+{
+    constexpr std::int32_t limit = 1 << 24;
+    return value.type == TYPE_FLOAT ||
+           (value.type == TYPE_INT && value.number >= -limit && value.number <= limit);
+}
+
 /// Computes on two integers as unsigned ones, which wrap, and on other pairs of numbers as floats.
 template <typename Operation>
 void combine(ScriptValue& result, const ScriptValue& a, const ScriptValue& b, Operation operation)
@@ -45,8 +55,8 @@ void combine(ScriptValue& result, const ScriptValue& a, const ScriptValue& b, Op
     }
     // Two floats need no wider type: 24 bits from more than twice as many are rounded as at once,
     // for sums, differences, products and quotients alike.
-    if (a.type == TYPE_FLOAT && b.type == TYPE_FLOAT) {
-        result.setFloat(operation(a.asFloat(), b.asFloat()));
+    if (isSingle(a) && isSingle(b)) {
+        result.setFloat(operation(single(a), single(b)));
         return;
     }
     if (!isNumber(a) || !isNumber(b)) {

@@ -89,7 +89,7 @@ void applyPure(ScriptValue& result, const ScriptValue& left, int kind, const Scr
     // `ApplyOperator.ComparesTruthInThreeOfTheSixComparisons` holds it.
     case 13:
         return result.setInt(isTrue(left) <= isTrue(right));
-    case 14:
+    case lessThanOperator:
         return arithmetic::lessThan(result, left, right);
     case 15:
         return result.setInt(isTrue(left) >= isTrue(right));
@@ -102,6 +102,30 @@ void applyPure(ScriptValue& result, const ScriptValue& left, int kind, const Scr
     default:
         result.type = TYPE_NULL;
     }
+}
+
+/// As `applyPure`, with what counting loops apply to integers at hand.
+inline void applyQuickly(ScriptValue& result, const ScriptValue& left, int kind,
+                         const ScriptValue& right)
+{
+    if (left.type == TYPE_INT && right.type == TYPE_INT) {
+        // Unsigned, since sums wrap.
+        const auto sum =
+            static_cast<std::uint32_t>(left.number) + static_cast<std::uint32_t>(right.number);
+        if (kind == addition)
+            return result.setInt(static_cast<int>(sum));
+        if (kind == lessThanOperator)
+            return result.setInt(left.number < right.number);
+    }
+    applyPure(result, left, kind, right);
+}
+
+/// The list without the TOK_ARGENDs at its end, which mean nothing to an expression.
+Tokens withoutArgumentEnds(Tokens list)
+{
+    while (!list.empty() && list.back().kind == TOK_ARGEND)
+        list = list.first(list.size() - 1);
+    return list;
 }
 
 /// Counts a call of a function for as long as it runs.
@@ -138,8 +162,10 @@ public:
 private:
     // Expressions.
     ScriptValue* evaluateShort(Tokens list);
+    ScriptValue* assignShort(ScriptValue& variable, Tokens source);
+    [[gnu::noinline]] void assignCall(ScriptValue& variable, ScriptToken& token);
+    [[gnu::noinline]] ScriptValue& evaluateAny(Tokens list);
     ScriptValue* plainOperand(ScriptToken& token) const;
-    ScriptValue& evaluateSeveral(Tokens list);
     ScriptValue& evaluateInOrder(Tokens list, const ScriptOrder& order);
     const ScriptOrder* rememberedOrder(Tokens list);
     Operand evaluateGroup(Tokens inner);
@@ -155,6 +181,7 @@ private:
     void passBrace(std::int32_t kind);
 
     // Names.
+    ScriptLookup& renewLookup(ScriptToken& token) const;
     ScriptValue* findVariable(ScriptToken& token);
     ScriptValue& call(ScriptToken& token);
     std::size_t evaluateArguments(Tokens args, ScriptValue* arguments);
@@ -164,6 +191,8 @@ private:
     void forEachBound(ScriptFunction& function, std::size_t count, Action action);
 
     // Statements.
+    std::size_t endOfBlock(Tokens list, std::size_t open);
+    ScriptToken* endOfStatement(ScriptToken* start, ScriptToken* end);
     std::size_t runControlForm(Tokens list, std::size_t separator, ScriptValue& last);
     std::size_t runIf(Tokens list, std::size_t separator);
     void runWhile(Tokens condition, Tokens body, ScriptValue& last);
@@ -192,6 +221,8 @@ private:
     /// The results of operators and groups, a row for each list that is being evaluated.
     BumpStack<Operand> results;
     BumpStack<ScriptValue> values;
+    /// The result of an operator in a list of three tokens. It never is an array.
+    ScriptValue shortResult;
     /// What a missing operand, and an expression without a value, refers to. Nothing writes to it.
     ScriptValue nothing;
 
@@ -200,10 +231,88 @@ private:
 
 // ------------------------------------------------------------------------------------ Expressions
 
-ScriptValue& Run::evaluate(Tokens list)
+/// The place of a literal, or of a variable without indices that has been found before; else null.
+inline ScriptValue* Run::plainOperand(ScriptToken& token) const
 {
-    while (!list.empty() && list.back().kind == TOK_ARGEND)
-        list = list.first(list.size() - 1);
+    if (token.kind == TOK_NUMBER || token.kind == TOK_STRING)
+        return &token.value;
+    if (token.kind == TOK_VARIABLE && token.lookup.run == number && token.lookup.indices == 0)
+        return token.lookup.variable;
+    return nullptr;
+}
+
+/// Evaluates the shapes that loops are made of, where all operands are plain: `a`, `a < b`, `a = b`
+/// and `a = b + c` with any operator for "<" and "+", and `a = f(b)`. It takes a fourth of the time
+/// that the general way takes for them, and gives the same. \return null for any other list
+inline ScriptValue* Run::evaluateShort(Tokens list)
+{
+    if (list.size() != 1 && list.size() != 3 && list.size() != 5)
+        return nullptr;
+    ScriptValue* const first = plainOperand(list[0]);
+    if (first == nullptr || list.size() == 1)
+        return first;
+    const std::int32_t kind = list[1].kind;
+    if (kind == assignment)
+        return list[0].kind == TOK_VARIABLE ? assignShort(*first, list.subspan(2)) : nullptr;
+    ScriptValue* const second = plainOperand(list[2]);
+    if (second == nullptr || list.size() != 3 || !isPure(kind))
+        return nullptr;
+    applyQuickly(shortResult, *first, kind, *second);
+    return &shortResult;
+}
+
+/// Assigns what `b`, `f(b)` or `b + c` gives. \return as `evaluateShort`
+inline ScriptValue* Run::assignShort(ScriptValue& variable, Tokens source)
+{
+    ScriptValue* const left = plainOperand(source[0]);
+    if (source.size() == 1) {
+        if (left != nullptr)
+            arithmetic::assign(variable, *left);
+        else if (source[0].kind == TOK_CALL)
+            assignCall(variable, source[0]);
+        else
+            return nullptr;
+        return &variable;
+    }
+    const std::int32_t kind = source[1].kind;
+    ScriptValue* const right = plainOperand(source[2]);
+    if (left == nullptr || right == nullptr || !isPure(kind))
+        return nullptr;
+    if (&variable == left && kind == addition && left->type == TYPE_STRING &&
+        right->type != TYPE_ARRAY) {
+        arithmetic::appendText(variable.text, *right);
+        return &variable;
+    }
+    // The result is computed in the variable where that holds no array.
+    if (!variable.items.empty()) {
+        applyPure(shortResult, *left, kind, *right);
+        arithmetic::assign(variable, shortResult);
+        return &variable;
+    }
+    applyQuickly(variable, *left, kind, *right);
+    variable.reserved = 0;
+    if (variable.type != TYPE_STRING)
+        variable.text.clear();
+    return &variable;
+}
+
+void Run::assignCall(ScriptValue& variable, ScriptToken& token)
+{
+    const auto mark = values.mark();
+    arithmetic::transfer(variable, call(token));
+    values.release(mark);
+}
+
+inline ScriptValue& Run::evaluate(Tokens list)
+{
+    ScriptValue* const value = evaluateShort(list);
+    return value != nullptr ? *value : evaluateAny(list);
+}
+
+/// Evaluates what has no short way, or not yet: names are looked up on the first pass.
+ScriptValue& Run::evaluateAny(Tokens list)
+{
+    list = withoutArgumentEnds(list);
     while (!list.empty() && isBrace(list.front().kind)) {
         passBrace(list.front().kind);
         list = list.subspan(1);
@@ -223,70 +332,6 @@ ScriptValue& Run::evaluate(Tokens list)
             break;
         }
     }
-    return evaluateSeveral(list);
-}
-
-/// The place of a literal, or of a variable without indices that has been found before; else null.
-inline ScriptValue* Run::plainOperand(ScriptToken& token) const
-{
-    if (token.kind == TOK_NUMBER || token.kind == TOK_STRING)
-        return &token.value;
-    if (token.kind == TOK_VARIABLE && token.lookup.run == number && token.lookup.indices == 0)
-        return token.lookup.variable;
-    return nullptr;
-}
-
-/// Evaluates the shapes that loops are made of, `a < b`, `a = b` and `a = b + c` with any operator
-/// for "<" and "+", where all operands are plain. It takes a fourth of the time that the general
-/// way takes for them, and gives the same. \return null for any other list
-inline ScriptValue* Run::evaluateShort(Tokens list)
-{
-    if (list.size() != 3 && list.size() != 5)
-        return nullptr;
-    const bool isAssignment = list[1].kind == assignment;
-    const bool isLong = list.size() == 5;
-    ScriptValue* const first = plainOperand(list[0]);
-    ScriptValue* const second = plainOperand(list[2]);
-    if (first == nullptr || second == nullptr || (isAssignment && list[0].kind != TOK_VARIABLE))
-        return nullptr;
-    if (!isLong && isAssignment) {
-        arithmetic::assign(*first, *second);
-        return first;
-    }
-    const std::int32_t kind = list[isLong ? 3 : 1].kind;
-    if (!isPure(kind) || (isLong && !isAssignment))
-        return nullptr;
-    const ScriptValue* const left = isLong ? second : first;
-    const ScriptValue* const right = isLong ? plainOperand(list[4]) : second;
-    if (right == nullptr)
-        return nullptr;
-    if (isLong && first == left && kind == addition && left->type == TYPE_STRING &&
-        right->type != TYPE_ARRAY) {
-        arithmetic::appendText(first->text, *right);
-        return first;
-    }
-    // The result is computed in the variable where that holds no array.
-    if (isLong && first->items.empty()) {
-        applyPure(*first, *left, kind, *right);
-        first->reserved = 0;
-        if (first->type != TYPE_STRING)
-            first->text.clear();
-        return first;
-    }
-    const auto mark = values.mark();
-    ScriptValue& result = takeValue();
-    values.release(mark);
-    applyPure(result, *left, kind, *right);
-    if (!isLong)
-        return &result;
-    arithmetic::transfer(*first, result);
-    return first;
-}
-
-ScriptValue& Run::evaluateSeveral(Tokens list)
-{
-    if (ScriptValue* const value = evaluateShort(list))
-        return *value;
     if (const ScriptOrder* const order = rememberedOrder(list))
         return evaluateInOrder(list, *order);
     const ScriptOrder order = ordered(list);
@@ -305,7 +350,7 @@ const ScriptOrder* Run::rememberedOrder(Tokens list)
     }
     ScriptLookup& lookup = holder->lookup;
     if (lookup.run != number) {
-        lookup.run = number;
+        renewLookup(*holder);
         lookup.order = &orders.emplace_back(ordered(list));
     }
     return lookup.order->length == list.size() ? lookup.order : nullptr;
@@ -485,6 +530,15 @@ void Run::passBrace(std::int32_t kind)
 
 // ------------------------------------------------------------------------------------------ Names
 
+/// Forgets what an earlier run has found out about the token.
+ScriptLookup& Run::renewLookup(ScriptToken& token) const
+{
+    token.statementLength = 0;
+    token.lookup = {};
+    token.lookup.run = number;
+    return token.lookup;
+}
+
 /// As `resolveVariable`, with the table asked once a run for each token.
 ScriptValue* Run::findVariable(ScriptToken& token)
 {
@@ -493,7 +547,7 @@ ScriptValue* Run::findVariable(ScriptToken& token)
         const std::string_view root = Scanner(token.name).readName();
         if (root.empty())
             return nullptr;
-        lookup.run = number;
+        renewLookup(token);
         lookup.variable = &interpreter.variables[std::string(root)];
         lookup.indices = root.size() < token.name.size() ? root.size() : 0;
     }
@@ -513,9 +567,8 @@ ScriptValue& Run::call(ScriptToken& token)
 
     ScriptLookup& lookup = token.lookup;
     if (lookup.run != number) {
-        lookup.run = number;
+        renewLookup(token);
         lookup.builtin = &interpreter.builtins[token.name];
-        lookup.function = nullptr;
     }
     if (*lookup.builtin != nullptr) {
         result = (*lookup.builtin)(token.name, static_cast<std::int32_t>(count), arguments);
@@ -584,7 +637,7 @@ void Run::forEachBound(ScriptFunction& function, std::size_t count, Action actio
         }
         ScriptLookup& lookup = parameter.lookup;
         if (lookup.run != number) {
-            lookup.run = number;
+            renewLookup(parameter);
             lookup.variable = &interpreter.variables[parameter.name];
             lookup.shadow = &interpreter.variables["::" + parameter.name];
         }
@@ -595,11 +648,15 @@ void Run::forEachBound(ScriptFunction& function, std::size_t count, Action actio
 // ------------------------------------------------------------------------------------- Statements
 
 /// Where a block ends: the position behind its closing brace, or past the list where nothing closes
-/// it.
-/// \param inside  the position behind the opening brace
-std::size_t endOfBlock(Tokens list, std::size_t inside)
+/// it. As `endOfStatement`, it is looked for once.
+std::size_t Run::endOfBlock(Tokens list, std::size_t open)
 {
-    std::size_t at = inside;
+    ScriptLookup& lookup = list[open].lookup;
+    if (lookup.run != number)
+        renewLookup(list[open]);
+    if (lookup.blockLength != 0)
+        return std::min(open + lookup.blockLength, list.size() + 1);
+    std::size_t at = open + 1;
     for (int depth = 1; depth > 0; ++at) {
         if (at >= list.size())
             return list.size() + 1;
@@ -608,14 +665,30 @@ std::size_t endOfBlock(Tokens list, std::size_t inside)
         else if (list[at].kind == TOK_CLOSE_BRACE)
             --depth;
     }
+    lookup.blockLength = at - open;
     return at;
 }
 
-/// The first separator or `return` from `it` on, or the end.
-ScriptToken* endOfStatement(ScriptToken* it, const ScriptToken* end)
+/// The first separator or `return` from `start` on, or the end. A loop comes back to each of its
+/// statements, and to walk along all their tokens again would take a third of its time; so the
+/// length is remembered as soon as the first token has a look-up of this run.
+inline ScriptToken* Run::endOfStatement(ScriptToken* start, ScriptToken* end)
 {
+    if (start >= end)
+        return end;
+    const bool isKnown = start->lookup.run == number;
+    if (isKnown && start->statementLength != 0)
+        return std::min(start + start->statementLength, end);
+    ScriptToken* it = start;
     while (it < end && it->kind != TOK_SEMICOLON && it->kind != TOK_RETURN)
         ++it;
+    if (it == end || it == start)
+        return it;
+    // Braces and headers are looked up nowhere else.
+    if (!isKnown && (isBrace(start->kind) || isControlForm(start->kind)))
+        renewLookup(*start);
+    if (start->lookup.run == number)
+        start->statementLength = static_cast<std::uint32_t>(it - start);
     return it;
 }
 
@@ -630,7 +703,8 @@ void Run::runStatements(Tokens list, ScriptValue& last)
         // `RunTokens.ReturnsTheStoredLiteralAndEvaluatesNothing` holds it.
         if (it->kind == TOK_RETURN)
             return arithmetic::assign(last, it + 1 < end ? it[1].value : nothing);
-        if (it == start + 1 && isControlForm(start->kind)) {
+        const bool isSingle = it == start + 1;
+        if (isSingle && isControlForm(start->kind)) {
             // Meant: cannot happen behind the test above; it stays for the day that one changes.
             if (it != start + 1) {
                 std::cerr << "error parsing after while/for loop/if" << std::endl;
@@ -641,7 +715,7 @@ void Run::runStatements(Tokens list, ScriptValue& last)
             if (next >= list.size())
                 return;
             it = list.data() + next;
-        } else if (it == start + 1 && isBrace(start->kind)) {
+        } else if (isSingle && isBrace(start->kind)) {
             passBrace(start->kind);
         } else if (it > start) {
             // Meant: a value that is not true leaves the last true one in place;
@@ -666,10 +740,11 @@ std::size_t Run::runControlForm(Tokens list, std::size_t separator, ScriptValue&
     // The body takes in the header's separator but none behind the closing brace.
     const std::size_t next = separator + 1;
     const bool hasBlock = next < list.size() && list[next].kind == TOK_OPEN_BRACE;
-    const std::size_t end = hasBlock ? endOfBlock(list, next + 1) : next + 1;
+    const std::size_t end = hasBlock ? endOfBlock(list, next) : next + 1;
     if (end > list.size())
         return end;
-    const Tokens body = list.subspan(separator, end - separator);
+    // The header's separator ends an empty statement, which each pass can do without.
+    const Tokens body = list.subspan(next, end - next);
     if (header.kind == TOK_WHILE)
         runWhile(header.args, body, last);
     else
@@ -683,7 +758,7 @@ std::size_t Run::runIf(Tokens list, std::size_t separator)
         return separator;
     const std::size_t next = separator + 1;
     if (next < list.size() && list[next].kind == TOK_OPEN_BRACE)
-        return endOfBlock(list, next + 1);
+        return endOfBlock(list, next);
     // Meant: without a block exactly one token is skipped, and the rest of its statement is run;
     // `RunTokens.SkipsOneTokenBehindAFalseIfWithoutABlock` holds it.
     return next;
@@ -699,6 +774,7 @@ bool isOne(const ScriptValue& value)
 void Run::runWhile(Tokens condition, Tokens body, ScriptValue& last)
 {
     ScriptValue value;
+    condition = withoutArgumentEnds(condition);
     while (isOne(evaluate(condition)))
         runPass(body, value, last);
 }
@@ -710,7 +786,7 @@ void Run::runFor(Tokens header, Tokens body, ScriptValue& last)
         std::size_t length = 0;
         while (length < header.size() && header[length].kind != TOK_SEMICOLON)
             ++length;
-        clause = header.first(length);
+        clause = withoutArgumentEnds(header.first(length));
         header = header.subspan(std::min(length + 1, header.size()));
     }
     ScriptValue value;

@@ -17,6 +17,7 @@ inline constexpr std::int32_t closeParenthesis = 1;
 inline constexpr std::int32_t increment = 2;
 inline constexpr std::int32_t decrement = 3;
 inline constexpr std::int32_t addition = 8;
+inline constexpr std::int32_t lessThanOperator = 14;
 inline constexpr std::int32_t assignment = 19;
 
 /// The operators with operands: all but the parentheses.

@@ -62,6 +62,7 @@ struct ScriptLookup
         ScriptFunction* function = nullptr; ///< of a call
         ScriptValue* shadow;                ///< of a parameter: the place of the value it hides
         std::size_t indices;                ///< of a path: where its indices begin, or 0
+        std::size_t blockLength;            ///< of an opening brace: up to behind its closing one
     };
 };
 
@@ -75,6 +76,8 @@ struct ScriptToken
     {}
 
     std::int32_t kind = TOK_ARGEND;
+    /// The tokens of the statement that starts here, or 0; the evaluator's, as good as `lookup` is.
+    std::uint32_t statementLength = 0;
     /// The literal of a `TOK_STRING` or `TOK_NUMBER`; else `TYPE_NULL`.
     ScriptValue value;
     /// The path of a variable, the name of a call or a function; else empty.
