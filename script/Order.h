@@ -16,6 +16,7 @@ inline constexpr std::int32_t openParenthesis = 0;
 inline constexpr std::int32_t closeParenthesis = 1;
 inline constexpr std::int32_t increment = 2;
 inline constexpr std::int32_t decrement = 3;
+inline constexpr std::int32_t multiplication = 5;
 inline constexpr std::int32_t addition = 8;
 inline constexpr std::int32_t lessThanOperator = 14;
 inline constexpr std::int32_t assignment = 19;
