@@ -3,6 +3,7 @@
 #include <GL/gl.h>
 
 #include <array>
+#include <cstdio>
 #include <fstream>
 #include <vector>
 
@@ -16,6 +17,10 @@ void writeScreenshot(const std::string& path)
     glReadPixels(0, 0, viewport[2], viewport[3], GL_RGB, GL_UNSIGNED_BYTE, pixels.data());
 
     std::ofstream file(path, std::ios::binary);
+    if (!file) {
+        std::perror(path.c_str());
+        return;
+    }
     file << "P6\n" << viewport[2] << ' ' << viewport[3] << "\n255\n";
     for (GLint row = viewport[3]; row-- > 0;) // OpenGL's first row is the lowest
         file.write(pixels.data() + row * rowBytes, rowBytes);

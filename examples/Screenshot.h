@@ -4,5 +4,5 @@
 
 #include <string>
 
-/// Writes the back buffer to a PPM file.
+/// Writes the back buffer to a PPM file. Prints the path and the reason if that cannot be opened.
 void writeScreenshot(const std::string& path);

@@ -8,6 +8,7 @@
 #include "platform/GLee.h"
 
 #include "camera/FPSCamera.h"
+#include "examples/Screenshot.h"
 #include "maths/Light.h"
 #include "models/ModelFactory.h"
 #include "platform/GLRender.h"
@@ -61,7 +62,7 @@ public:
         case EV_RENDER:
             draw();
             if (!screenshot.empty())
-                writeScreenshot();
+                writeScreenshot(screenshot);
             return screenshot.empty();
         default:
             return true;
@@ -158,27 +159,6 @@ private:
         glMaterialfv(GL_FRONT_AND_BACK, GL_AMBIENT_AND_DIFFUSE, colour.toArray());
         glMaterialfv(GL_FRONT_AND_BACK, GL_SPECULAR, shine.toArray());
         glMaterialf(GL_FRONT_AND_BACK, GL_SHININESS, shininess);
-    }
-
-    void writeScreenshot() const
-    {
-        GLint viewport[4];
-        glGetIntegerv(GL_VIEWPORT, viewport);
-        const auto width = static_cast<std::size_t>(viewport[2]);
-        const auto height = static_cast<std::size_t>(viewport[3]);
-        std::vector<unsigned char> pixels(width * height * 3);
-        glPixelStorei(GL_PACK_ALIGNMENT, 1);
-        glReadPixels(0, 0, viewport[2], viewport[3], GL_RGB, GL_UNSIGNED_BYTE, pixels.data());
-
-        std::FILE* file = std::fopen(screenshot.c_str(), "wb");
-        if (file == nullptr) {
-            std::perror(screenshot.c_str());
-            return;
-        }
-        std::fprintf(file, "P6\n%zu %zu\n255\n", width, height);
-        for (std::size_t row = height; row-- > 0;) // OpenGL's first row is the lowest
-            std::fwrite(pixels.data() + row * width * 3, 3, width, file);
-        std::fclose(file);
     }
 
     std::string modelName;
