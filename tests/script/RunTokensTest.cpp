@@ -228,6 +228,22 @@ TEST(RunTokens, RunsAListAgainAndAgain)
     EXPECT_EQ(script["s"], "string two");
 }
 
+TEST(RunTokens, EndsAStatementWhereTheHostPutASeparatorSinceTheLastRun)
+{
+    Script script("x = 0;");
+    std::vector<ScriptToken> list;
+    parseText(script.interpreter, list, "for (i = 0; i < 4; i = i + 1) { x = x + 1; }");
+    runTokens(script.interpreter, list);
+    ASSERT_EQ(script["x"], "int 4");
+    // The header, its separator, the brace, its separator, `x = x`, and "+".
+    ASSERT_EQ(list[7].kind, 8);
+
+    list[7].kind = TOK_SEMICOLON;
+    runTokens(script.interpreter, list);
+
+    EXPECT_EQ(script["x"], "int 4");
+}
+
 TEST(RunTokens, RunsOneListWithTwoInterpreters)
 {
     Script first("x = 1;");
