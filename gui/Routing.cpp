@@ -140,7 +140,7 @@ bool GLWidget::isChildHovered() const
 void GLWidget::renderChildren() const
 {
     // Meant: strict on both sides, so that a depth of exactly -0.5 is drawn in neither pass.
-    // `GLWidgetRenderChildren.DrawsAChildAtTheLimitInNeitherPass` holds it.
+    // `GLWidgetRenderChildrenGLTest.DrawsAChildAtTheLimitInNeitherPass` holds it.
     for (GLWidget* child : children)
         if (child->getDepth() > lastPassDepth)
             renderChild(*child);

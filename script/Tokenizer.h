@@ -11,6 +11,7 @@ namespace tamor
 {
 class ScriptInterpreter;
 
+/// True when `text` begins with `prefix`, which any text does with an empty one.
 bool startsWith(const std::string& text, const std::string& prefix);
 
 /// True for a space, a tab or a newline at the front; a carriage return is no space.
