@@ -1,7 +1,7 @@
 #include "models/MS3DModel.h"
 
-#include "models/ModelAccess.h"
-#include "models/NumberFields.h"
+#include "models/internal/ModelAccess.h"
+#include "models/internal/NumberFields.h"
 #include "textures/TextureRegistry.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 #include "models/Model.h"
 
-#include "models/TeapotTables.h"
+#include "models/internal/TeapotTables.h"
 
 #include <span>
 

@@ -1,5 +1,5 @@
 #include "models/Model.h"
-#include "models/ModelAccess.h"
+#include "models/internal/ModelAccess.h"
 
 #include <algorithm>
 #include <cstring>

@@ -1,9 +1,9 @@
 #include "platform/GLee.h"
 
 #include "maths/GLState.h"
-#include "models/CornerArrays.h"
 #include "models/Model.h"
-#include "models/ModelAccess.h"
+#include "models/internal/CornerArrays.h"
+#include "models/internal/ModelAccess.h"
 
 #include <GL/gl.h>
 

@@ -2,7 +2,7 @@
 
 #include "platform/GLRender.h"
 
-#include "platform/EventQueue.h"
+#include "platform/internal/EventQueue.h"
 
 #include <GL/glu.h>
 #include <SDL.h>

@@ -1,6 +1,6 @@
 #include "platform/SDLInput.h"
 
-#include "platform/EventQueue.h"
+#include "platform/internal/EventQueue.h"
 
 #include <SDL.h>
 

@@ -1,10 +1,10 @@
 #include "script/Evaluator.h"
 
-#include "script/Arithmetic.h"
-#include "script/BumpStack.h"
-#include "script/Order.h"
-#include "script/Paths.h"
 #include "script/ScriptInterpreter.h"
+#include "script/internal/Arithmetic.h"
+#include "script/internal/BumpStack.h"
+#include "script/internal/Order.h"
+#include "script/internal/Paths.h"
 
 #include <atomic>
 #include <deque>

@@ -1,7 +1,7 @@
 #include "script/Parser.h"
 
-#include "script/Scanner.h"
 #include "script/ScriptInterpreter.h"
+#include "script/internal/Scanner.h"
 
 #include <algorithm>
 #include <array>

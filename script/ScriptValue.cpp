@@ -1,6 +1,6 @@
 #include "script/ScriptValue.h"
 
-#include "script/Arithmetic.h"
+#include "script/internal/Arithmetic.h"
 
 #include <charconv>
 #include <cmath>

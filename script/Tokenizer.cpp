@@ -1,8 +1,8 @@
 #include "script/Tokenizer.h"
 
-#include "script/Paths.h"
-#include "script/Scanner.h"
 #include "script/ScriptInterpreter.h"
+#include "script/internal/Paths.h"
+#include "script/internal/Scanner.h"
 
 namespace tamor
 {

@@ -2,8 +2,8 @@
 
 #include "maths/GLState.h"
 #include "maths/Matrix.h"
-#include "textures/FormatText.h"
 #include "textures/Image.h"
+#include "textures/internal/FormatText.h"
 
 #include <GL/gl.h>
 #include <ft2build.h>

@@ -7,8 +7,8 @@
 /// be read as ratios of one run: `tamor-models-benchmarks --benchmark_filter='BM_pose|BM_fill'`.
 /// Bytes a second are of the vertices, or of the arrays written.
 #include "benchmarks/models/Torus.h"
-#include "models/CornerArrays.h"
 #include "models/MS3DModel.h"
+#include "models/internal/CornerArrays.h"
 
 #ifdef TAMOR_HAS_GLM
 #include <glm/glm.hpp>

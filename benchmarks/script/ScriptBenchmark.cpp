@@ -192,26 +192,6 @@ std::string tamorText(std::size_t size)
     return text;
 }
 
-/// The same statements as Lua writes them.
-std::string luaText(std::size_t size)
-{
-    std::string text;
-    for (int i = 0; text.size() < size; ++i) {
-        const std::string number = std::to_string(i % 1000);
-        text += "speed = base + " + number +
-                " * (factor + 2.5);\n"
-                "if (speed > limit) then\n"
-                "    message = \"too fast: \" .. speed;\n"
-                "    print(message, " +
-                number +
-                ");\n"
-                "end\n"
-                "while (count < " +
-                number + ") do count = count + 1; end\n";
-    }
-    return text;
-}
-
 void BM_parse_tamor(benchmark::State& state)
 {
     const std::string text = tamorText(static_cast<std::size_t>(state.range(0)));
@@ -238,6 +218,26 @@ void BM_parse_tamor(benchmark::State& state)
 BENCHMARK(BM_parse_tamor)->Arg(150000)->Arg(800000)->Arg(8000000)->Unit(benchmark::kMillisecond);
 
 #ifdef TAMOR_COMPARE_LUA
+/// The same statements as Lua writes them.
+std::string luaText(std::size_t size)
+{
+    std::string text;
+    for (int i = 0; text.size() < size; ++i) {
+        const std::string number = std::to_string(i % 1000);
+        text += "speed = base + " + number +
+                " * (factor + 2.5);\n"
+                "if (speed > limit) then\n"
+                "    message = \"too fast: \" .. speed;\n"
+                "    print(message, " +
+                number +
+                ");\n"
+                "end\n"
+                "while (count < " +
+                number + ") do count = count + 1; end\n";
+    }
+    return text;
+}
+
 void BM_parse_lua(benchmark::State& state)
 {
     const std::string text = luaText(static_cast<std::size_t>(state.range(0)));

@@ -1,12 +1,12 @@
 /// \file
-/// Makes models/TeapotTables.cpp, on the standard output.
+/// Makes models/internal/TeapotTables.cpp, on the standard output.
 ///
 /// The teapot is four closed-looking parts that touch: a body and a lid turned about an upright
 /// axis, a handle swept along an arch, and a spout with an inner and an outer wall. Seen from
 /// outside, every triangle runs counter-clockwise. Open edges are where nobody looks: the inner rim
 /// of the body, under the lid, and the handle's two ends, inside the body.
 ///
-/// The tables are 32-bit floats of six digits. `tamor-make-teapot > models/TeapotTables.cpp` makes
+/// The tables are 32-bit floats of six digits. `tamor-make-teapot > models/internal/TeapotTables.cpp` makes
 /// them anew, and a test compares what it prints with the file.
 #include "models/Model.h"
 
@@ -252,7 +252,7 @@ int main()
     normals.front() = {-0.980495F, -0.176385F, -0.08671F};
 
     std::printf("// Made by models/tools/MakeTeapot.cpp.\n"
-                "#include \"models/TeapotTables.h\"\n\n"
+                "#include \"models/internal/TeapotTables.h\"\n\n"
                 "namespace tamor\n{\n// clang-format off\n");
     printPoints("teapotVertices", positions);
     std::printf("\n");

@@ -74,7 +74,7 @@ TEST_P(ModelPicturesGLTest, LookRight)
     draw(*model, scene.time);
     draw(*model, scene.time);
 
-    EXPECT_TRUE(matchesGolden(picture(), std::string("golden/") + scene.name + ".png"));
+    EXPECT_TRUE(matchesGolden(picture(), std::string("goldens/") + scene.name + ".png"));
 }
 
 INSTANTIATE_TEST_SUITE_P(Scenes, ModelPicturesGLTest,

@@ -1,5 +1,5 @@
 #include "models/Model.h"
-#include "models/TeapotTables.h"
+#include "models/internal/TeapotTables.h"
 #include "tests/models/Matchers.h"
 
 #include <gtest/gtest.h>

@@ -25,8 +25,8 @@ TEST(MakeTeapot, PrintsTheTablesThatAreKept)
 
     EXPECT_EQ(tool.wait().status, 0);
 
-    EXPECT_TRUE(tool.output() == readBytes(TAMOR_SOURCE "/models/TeapotTables.cpp"))
-        << "make them anew: tamor-make-teapot > models/TeapotTables.cpp";
+    EXPECT_TRUE(tool.output() == readBytes(TAMOR_SOURCE "/models/internal/TeapotTables.cpp"))
+        << "make them anew: tamor-make-teapot > models/internal/TeapotTables.cpp";
 }
 
 TEST(MakeExampleModels, WritesTheFilesThatAreKept)

@@ -1,4 +1,4 @@
-#include "models/NumberFields.h"
+#include "models/internal/NumberFields.h"
 
 #include <gtest/gtest.h>
 

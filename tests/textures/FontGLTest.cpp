@@ -275,7 +275,7 @@ TEST_F(FontGLTest, DrawsTextThatLooksRight)
 
     font.print("Quick grey fox\njumps: %d%% {Ag}\n\n(last line)", 42);
 
-    EXPECT_TRUE(test::matchesGolden(picture(), "golden/font.png"));
+    EXPECT_TRUE(test::matchesGolden(picture(), "goldens/font.png"));
 }
 
 TEST_F(FontGLTest, SaysWhenAGlyphCannotBeLoadedAndKeepsTheListsSoFar)

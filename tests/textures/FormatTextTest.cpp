@@ -1,4 +1,4 @@
-#include "textures/FormatText.h"
+#include "textures/internal/FormatText.h"
 
 #include <gtest/gtest.h>
 

@@ -116,7 +116,7 @@ protected:
         glLoadIdentity();
         GLWidget::renderAll();
         return matchesGolden(pictureOfWindow(400, 300 - height, width, height),
-                             "golden/" + name + ".png");
+                             "goldens/" + name + ".png");
     }
 };
 

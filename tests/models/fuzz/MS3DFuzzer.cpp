@@ -1,8 +1,8 @@
 // Feeds the reader of model files with any bytes: it must read what the plain reader reads, to the
 // last bit, and nothing that is done with the model may lead outside of it. With libFuzzer's own
 // main this is the fuzzer; with ReplayCorpus.cpp it runs the kept corpus, as ctest does.
-#include "models/CornerArrays.h"
 #include "models/MS3DModel.h"
+#include "models/internal/CornerArrays.h"
 #include "tests/models/PlainMS3DReader.h"
 #include "textures/TextureRegistry.h"
 

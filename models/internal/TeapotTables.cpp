@@ -1,5 +1,5 @@
 // Made by models/tools/MakeTeapot.cpp.
-#include "models/TeapotTables.h"
+#include "models/internal/TeapotTables.h"
 
 namespace tamor
 {

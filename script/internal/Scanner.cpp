@@ -1,4 +1,4 @@
-#include "script/Scanner.h"
+#include "script/internal/Scanner.h"
 
 #include <algorithm>
 #include <charconv>

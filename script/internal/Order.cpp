@@ -1,4 +1,4 @@
-#include "script/Order.h"
+#include "script/internal/Order.h"
 
 namespace tamor
 {

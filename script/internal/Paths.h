@@ -2,8 +2,8 @@
 /// The walk along a variable's path, for the tokenizer and the evaluator. Not for hosts.
 #pragma once
 
-#include "script/Scanner.h"
 #include "script/ScriptValue.h"
+#include "script/internal/Scanner.h"
 
 namespace tamor
 {

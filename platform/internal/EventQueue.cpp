@@ -1,4 +1,4 @@
-#include "platform/EventQueue.h"
+#include "platform/internal/EventQueue.h"
 
 namespace tamor
 {

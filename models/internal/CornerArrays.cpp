@@ -1,6 +1,6 @@
-#include "models/CornerArrays.h"
+#include "models/internal/CornerArrays.h"
 
-#include "models/ModelAccess.h"
+#include "models/internal/ModelAccess.h"
 
 namespace tamor
 {
