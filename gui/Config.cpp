@@ -1,4 +1,5 @@
 #include "gui/GLWidget.h"
+#include "gui/LineFormat.h"
 #include "gui/TextFields.h"
 #include "textures/Font.h"
 
@@ -9,37 +10,78 @@ namespace tamor
 {
 namespace
 {
-void readRectangle(std::istream& stream, Vector& rectangle)
-{
-    readField(stream, rectangle.x);
-    readField(stream, rectangle.y);
-    readField(stream, rectangle.z);
-    readField(stream, rectangle.w);
-    skipLine(stream);
-}
-} // namespace
+using ReadLine = void (*)(std::istream& stream);
 
-bool GLWidget::readConfig(const std::string& file)
+struct Line
 {
-    std::ifstream stream(file);
+    LineFormat format; ///< what `read` reads
+    ReadLine read;
+};
 
+void readFontFile(std::istream& stream)
+{
     std::string fontFile;
     readField(stream, fontFile);
     skipLine(stream);
     std::cerr << "Loading " << fontFile << "\n";
-    font.load(fontFile); // says itself what went wrong; the GUI goes on without text
+    GLWidget::font.load(fontFile); // says itself what went wrong; the GUI goes on without text
     std::cerr << "Loaded.\n";
+}
 
+void readUnusedWord(std::istream& stream)
+{
     std::string unused;
     readField(stream, unused);
     skipLine(stream);
+}
 
-    readRectangle(stream, optionFrame);
-    readRectangle(stream, optionMark);
-    readRectangle(stream, checkFrame);
-    readRectangle(stream, checkMark);
-    readRectangle(stream, sliderKnob);
-    readField(stream, glowRate);
+template <Vector* rectangle>
+void readRectangle(std::istream& stream)
+{
+    readField(stream, rectangle->x);
+    readField(stream, rectangle->y);
+    readField(stream, rectangle->z);
+    readField(stream, rectangle->w);
+    skipLine(stream);
+}
+
+void readGlowRate(std::istream& stream)
+{
+    readField(stream, GLWidget::glowRate);
+}
+
+using enum FieldType;
+constexpr FieldFormat fontField[] = {{"font file", word}};
+constexpr FieldFormat unusedField[] = {{"any word", word}};
+constexpr FieldFormat rectangleFields[] = {
+    {"left", number}, {"bottom", number}, {"right", number}, {"top", number}};
+constexpr FieldFormat rateField[] = {{"glow a millisecond", number}};
+
+constexpr Line linesInOrder[] = {
+    {{"font", fontField}, readFontFile},
+    {{"unused", unusedField}, readUnusedWord},
+    {{"option frame", rectangleFields}, readRectangle<&GLWidget::optionFrame>},
+    {{"option mark", rectangleFields}, readRectangle<&GLWidget::optionMark>},
+    {{"check frame", rectangleFields}, readRectangle<&GLWidget::checkFrame>},
+    {{"check mark", rectangleFields}, readRectangle<&GLWidget::checkMark>},
+    {{"slider knob", rectangleFields}, readRectangle<&GLWidget::sliderKnob>},
+    {{"glow rate", rateField}, readGlowRate},
+};
+} // namespace
+
+std::vector<LineFormat> configLines()
+{
+    std::vector<LineFormat> formats;
+    for (const Line& line : linesInOrder)
+        formats.push_back(line.format);
+    return formats;
+}
+
+bool GLWidget::readConfig(const std::string& file)
+{
+    std::ifstream stream(file);
+    for (const Line& line : linesInOrder)
+        line.read(stream);
     return true;
 }
 } // namespace tamor

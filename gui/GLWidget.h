@@ -18,6 +18,7 @@
 namespace tamor
 {
 class Font;
+struct LineFormat;
 
 /// A widget: a node of the tree that draws itself and takes pointer, buttons and keys. The class
 /// itself is also the GUI: there is no manager, and what concerns all widgets is static here.
@@ -269,6 +270,7 @@ protected:
 
 private:
     class LayoutReader;
+    friend std::vector<LineFormat> layoutDirectives();
 
     /// Closes the message box if one of its buttons was clicked, and keeps the answer. This,
     /// `messageBox` and `takeMessageResult` are in widgets/MessageBox.cpp, being made of widgets.

@@ -2,6 +2,7 @@
 // skipped, and a stream that has failed is read on and on.
 
 #include "gui/GLWidget.h"
+#include "gui/LineFormat.h"
 #include "gui/TextFields.h"
 #include "gui/WidgetKinds.h"
 
@@ -32,12 +33,13 @@ private:
     /// A word that starts a line, and what it does with the rest of the line.
     struct Directive
     {
-        std::string_view word;
+        LineFormat format; ///< what `act` reads
         void (LayoutReader::*act)();
     };
 
     static constexpr std::int32_t noTab = -1;
     static const Directive directives[];
+    friend std::vector<LineFormat> layoutDirectives();
 
     void readLine();
 
@@ -87,15 +89,34 @@ void logAdd(const std::string& kindWord, const std::string& name)
 }
 } // namespace
 
+namespace
+{
+using enum FieldType;
+constexpr FieldFormat fileField[] = {{"file", word}};
+constexpr FieldFormat themeFields[] = {{"file", word}, {"any word", word}};
+constexpr FieldFormat addFields[] = {
+    {"kind", word}, {"name", word}, {"parent", word}, {"x", number}, {"y", number}};
+constexpr FieldFormat tabAddFields[] = {{"tab", integer}, {"parent", word}, {"kind", word},
+                                        {"name", word},   {"x", number},    {"y", number}};
+constexpr FieldFormat tabFields[] = {{"window", word}, {"tab", integer}, {"title", text}};
+constexpr FieldFormat itemFields[] = {{"widget", word}, {"line", text}};
+constexpr FieldFormat widgetField[] = {{"widget", word}};
+} // namespace
+
 // The fields of each are in docs/layout-files.md. Any other word, an empty one and a comment's "//"
 // among them, does nothing.
 const GLWidget::LayoutReader::Directive GLWidget::LayoutReader::directives[] = {
-    {"CONF", &LayoutReader::readConfigFile},    {"THEM", &LayoutReader::selectTheme},
-    {"CADD", &LayoutReader::addToParent},       {"TADD", &LayoutReader::addToTabOfParent},
-    {"CHLD", &LayoutReader::logEmptyAdd},       {"NTAB", &LayoutReader::nameTab},
-    {"TEXT", &LayoutReader::addTextLine},       {"SOLID", &LayoutReader::finishTree},
-    {"CENTREX", &LayoutReader::centreAlongX},   {"CENTREY", &LayoutReader::centreAlongY},
-    {"CENTRE", &LayoutReader::centreAlongBoth},
+    {{"CONF", fileField}, &LayoutReader::readConfigFile},
+    {{"THEM", themeFields}, &LayoutReader::selectTheme},
+    {{"CADD", addFields}, &LayoutReader::addToParent},
+    {{"TADD", tabAddFields}, &LayoutReader::addToTabOfParent},
+    {{"CHLD", {}}, &LayoutReader::logEmptyAdd},
+    {{"NTAB", tabFields}, &LayoutReader::nameTab},
+    {{"TEXT", itemFields}, &LayoutReader::addTextLine},
+    {{"SOLID", {}}, &LayoutReader::finishTree},
+    {{"CENTREX", widgetField}, &LayoutReader::centreAlongX},
+    {{"CENTREY", widgetField}, &LayoutReader::centreAlongY},
+    {{"CENTRE", widgetField}, &LayoutReader::centreAlongBoth},
 };
 
 void GLWidget::LayoutReader::read()
@@ -116,7 +137,7 @@ void GLWidget::LayoutReader::readLine()
 {
     const std::string word = readToken();
     for (const Directive& directive : directives)
-        if (directive.word == word)
+        if (directive.format.word == word)
             (this->*directive.act)();
     skipLine(stream);
 }
@@ -254,6 +275,14 @@ void GLWidget::LayoutReader::centre(bool alongX, bool alongY)
     const float dx = alongX ? -(rectangle.z - rectangle.x) / 2.0F : 0.0F;
     const float dy = alongY ? -(rectangle.w - rectangle.y) / 2.0F : 0.0F;
     widget->move({dx, dy});
+}
+
+std::vector<LineFormat> layoutDirectives()
+{
+    std::vector<LineFormat> formats;
+    for (const auto& directive : GLWidget::LayoutReader::directives)
+        formats.push_back(directive.format);
+    return formats;
 }
 
 bool GLWidget::loadLayout(const std::string& file)

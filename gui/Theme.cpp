@@ -1,5 +1,6 @@
 #include "gui/Theme.h"
 
+#include "gui/LineFormat.h"
 #include "gui/TextFields.h"
 #include "textures/TextureRegistry.h"
 
@@ -13,23 +14,107 @@ namespace tamor
 {
 namespace
 {
-// Alpha stays as it is: a file sets red, green and blue only.
-void readColour(std::istream& stream, Vector& colour)
+using ReadLine = void (*)(std::istream& stream, Theme& theme);
+
+struct Line
 {
-    readField(stream, colour.x);
-    readField(stream, colour.y);
-    readField(stream, colour.z);
+    LineFormat format; ///< what `read` reads
+    ReadLine read;
+};
+
+// Alpha stays as it is: a file sets red, green and blue only.
+template <Vector Theme::*colour>
+void readColour(std::istream& stream, Theme& theme)
+{
+    readField(stream, (theme.*colour).x);
+    readField(stream, (theme.*colour).y);
+    readField(stream, (theme.*colour).z);
     skipLine(stream);
-    std::cerr << colour << "\n";
+    std::cerr << theme.*colour << "\n";
 }
 
-void readNumber(std::istream& stream, float& number)
+template <float Theme::*number>
+void readNumber(std::istream& stream, Theme& theme)
 {
-    readField(stream, number);
+    readField(stream, theme.*number);
     skipLine(stream);
-    std::cerr << number << "\n";
+    std::cerr << theme.*number << "\n";
 }
+
+void readFontSize(std::istream& stream, Theme& theme)
+{
+    readField(stream, theme.fontSize.x);
+    readField(stream, theme.fontSize.y);
+    skipLine(stream);
+    std::cerr << theme.fontSize << "\n";
+}
+
+void readBrightness(std::istream& stream, Theme& theme)
+{
+    readField(stream, theme.dimBrightness);
+    readField(stream, theme.litBrightness);
+    skipLine(stream);
+    std::cerr << theme.dimBrightness << " " << theme.litBrightness << "\n";
+}
+
+void readTextureFile(std::istream& stream, Theme& theme)
+{
+    char(&textureFile)[sizeof theme.textureFile] = theme.textureFile;
+    std::string token = textureFile;
+    stream >> std::setw(sizeof textureFile - 1);
+    readField(stream, token);
+    skipLine(stream);
+    token.copy(textureFile, sizeof textureFile - 1);
+    textureFile[token.size()] = '\0';
+    std::cerr << textureFile << "\n";
+}
+
+void readGlow(std::istream& stream, Theme& theme)
+{
+    readField(stream, theme.glowEnabled);
+    skipLine(stream);
+    std::cerr << theme.glowEnabled << "\n";
+}
+
+using enum FieldType;
+constexpr FieldFormat colourFields[] = {{"red", number}, {"green", number}, {"blue", number}};
+constexpr FieldFormat alphaField[] = {{"alpha", number}};
+constexpr FieldFormat pixelsField[] = {{"pixels", number}};
+constexpr FieldFormat lengthField[] = {{"length", number}};
+constexpr FieldFormat shareField[] = {{"share", number}};
+constexpr FieldFormat fontFields[] = {{"width", number}, {"height", number}};
+constexpr FieldFormat brightnessFields[] = {{"idle", number}, {"lit", number}};
+constexpr FieldFormat offsetFields[] = {{"x", number}, {"y", number}, {"z", number}};
+constexpr FieldFormat textureField[] = {{"file or NULL", word}};
+constexpr FieldFormat glowField[] = {{"glow", flag}};
+
+constexpr Line linesInOrder[] = {
+    {{"text colour", colourFields}, readColour<&Theme::textColour>},
+    {{"edge colour", colourFields}, readColour<&Theme::edgeColour>},
+    {{"body colour", colourFields}, readColour<&Theme::bodyColour>},
+    {{"spare colour", colourFields}, readColour<&Theme::spareColour>},
+    {{"alpha of bodies", alphaField}, readNumber<&Theme::bodyAlpha>},
+    {{"alpha of lists", alphaField}, readNumber<&Theme::listAlpha>},
+    {{"line width", pixelsField}, readNumber<&Theme::lineWidth>},
+    {{"margin", lengthField}, readNumber<&Theme::margin>},
+    {{"corner cut", shareField}, readNumber<&Theme::chamfer>},
+    {{"spare size", lengthField}, readNumber<&Theme::spareSize>},
+    {{"font size", fontFields}, readFontSize},
+    {{"brightness", brightnessFields}, readBrightness},
+    {{"press offset", offsetFields}, readColour<&Theme::pressOffset>},
+    {{"icon size", lengthField}, readNumber<&Theme::iconSize>},
+    {{"texture", textureField}, readTextureFile},
+    {{"glow", glowField}, readGlow},
+};
 } // namespace
+
+std::vector<LineFormat> themeLines()
+{
+    std::vector<LineFormat> formats;
+    for (const Line& line : linesInOrder)
+        formats.push_back(line.format);
+    return formats;
+}
 
 void Theme::setDefaults()
 {
@@ -56,43 +141,8 @@ void Theme::read(const std::string& file)
 {
     std::ifstream stream(file);
     std::cerr << "reading theme " << file << "\n";
-
-    readColour(stream, textColour);
-    readColour(stream, edgeColour);
-    readColour(stream, bodyColour);
-    readColour(stream, spareColour);
-    readNumber(stream, bodyAlpha);
-    readNumber(stream, listAlpha);
-    readNumber(stream, lineWidth);
-    readNumber(stream, margin);
-    readNumber(stream, chamfer);
-    readNumber(stream, spareSize);
-
-    readField(stream, fontSize.x);
-    readField(stream, fontSize.y);
-    skipLine(stream);
-    std::cerr << fontSize << "\n";
-
-    readField(stream, dimBrightness);
-    readField(stream, litBrightness);
-    skipLine(stream);
-    std::cerr << dimBrightness << " " << litBrightness << "\n";
-
-    readColour(stream, pressOffset);
-    readNumber(stream, iconSize);
-
-    std::string token = textureFile;
-    stream >> std::setw(sizeof textureFile - 1);
-    readField(stream, token);
-    skipLine(stream);
-    token.copy(textureFile, sizeof textureFile - 1);
-    textureFile[token.size()] = '\0';
-    std::cerr << textureFile << "\n";
-
-    readField(stream, glowEnabled);
-    skipLine(stream);
-    std::cerr << glowEnabled << "\n";
-
+    for (const Line& line : linesInOrder)
+        line.read(stream, *this);
     if (std::string_view(textureFile) != "NULL") {
         std::cerr << "loading " << textureFile << "\n";
         assignTexture(texture, {textureFile, 0});

@@ -5,6 +5,7 @@
 /// function, so that a new class of widgets is one row in widgets/WidgetKinds.cpp and nothing here.
 #pragma once
 
+#include "gui/LineFormat.h"
 #include "maths/Vector.h"
 
 #include <iosfwd>
@@ -43,6 +44,10 @@ struct WidgetKind
     bool isDeferred = false;
 
     Build build = nullptr;
+
+    /// What `build` reads of a line that goes right. A button's caption "TEX" is followed by the
+    /// picture's width and height, two numbers.
+    std::span<const FieldFormat> fields;
 };
 
 /// All kinds. The order means nothing; a word that is in no row builds nothing.

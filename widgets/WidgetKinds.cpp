@@ -96,14 +96,22 @@ GLWidget* buildTabWindow(std::istream& /*fields*/, const WidgetPlace& place)
 constexpr bool atOnce = false;
 constexpr bool deferred = true;
 
+using enum FieldType;
+constexpr FieldFormat captionWord[] = {{"caption", word}};
+constexpr FieldFormat captionText[] = {{"caption", text}};
+constexpr FieldFormat extent[] = {{"length along x", number}, {"length along y", number}};
+constexpr FieldFormat size[] = {{"columns", integer}, {"rows", integer}};
+constexpr FieldFormat border[] = {{"border", flag}};
+constexpr FieldFormat drag[] = {{"draggable", flag}, {"title", text}};
+
 // Behind the name and the position of each kind come, in a layout, the fields that its function
-// reads.
+// reads; they are named in the same row.
 constexpr WidgetKind kinds[] = {
-    {"Butt", atOnce, buildButton},      {"Check", atOnce, buildBox<Checkbox>},
-    {"Combo", atOnce, buildCombobox},   {"Frame", deferred, buildFrame},
-    {"Label", atOnce, buildLabel},      {"Opt", atOnce, buildBox<Optionbox>},
-    {"Slide", atOnce, buildSlider},     {"Text", atOnce, buildTextbox},
-    {"TWin", deferred, buildTabWindow}, {"Win", deferred, buildWindow},
+    {"Butt", atOnce, buildButton, captionWord}, {"Check", atOnce, buildBox<Checkbox>, captionText},
+    {"Combo", atOnce, buildCombobox, {}},       {"Frame", deferred, buildFrame, border},
+    {"Label", atOnce, buildLabel, captionText}, {"Opt", atOnce, buildBox<Optionbox>, captionText},
+    {"Slide", atOnce, buildSlider, extent},     {"Text", atOnce, buildTextbox, size},
+    {"TWin", deferred, buildTabWindow, {}},     {"Win", deferred, buildWindow, drag},
 };
 } // namespace
 
