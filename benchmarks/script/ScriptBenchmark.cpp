@@ -8,10 +8,10 @@
 //
 // Run: tamor-script-benchmarks --benchmark_repetitions=9 --benchmark_report_aggregates_only=true
 // Read the medians of one run as ratios: BM_run_tamor over BM_run_python, program by program.
-#ifdef TAMOR_COMPARE_PYTHON
+#ifdef TAMOR_HAS_PYTHON
 #include <Python.h>
 #endif
-#ifdef TAMOR_COMPARE_LUA
+#ifdef TAMOR_HAS_LUA
 #include <lua.hpp>
 #endif
 
@@ -132,7 +132,7 @@ void BM_run_tamor(benchmark::State& state, const Program& program)
         runTokens(interpreter, list);
 }
 
-#ifdef TAMOR_COMPARE_PYTHON
+#ifdef TAMOR_HAS_PYTHON
 void BM_run_python(benchmark::State& state, const Program& program)
 {
     Py_Initialize();
@@ -150,7 +150,7 @@ void BM_run_python(benchmark::State& state, const Program& program)
 }
 #endif
 
-#ifdef TAMOR_COMPARE_LUA
+#ifdef TAMOR_HAS_LUA
 void BM_run_lua(benchmark::State& state, const Program& program)
 {
     lua_State* const lua = luaL_newstate();
@@ -217,7 +217,7 @@ void BM_parse_tamor(benchmark::State& state)
 }
 BENCHMARK(BM_parse_tamor)->Arg(150000)->Arg(800000)->Arg(8000000)->Unit(benchmark::kMillisecond);
 
-#ifdef TAMOR_COMPARE_LUA
+#ifdef TAMOR_HAS_LUA
 /// The same statements as Lua writes them.
 std::string luaText(std::size_t size)
 {
@@ -264,10 +264,10 @@ BENCHMARK(BM_parse_lua)->Arg(150000)->Unit(benchmark::kMillisecond);
                 ->Unit(benchmark::kMillisecond);
         };
         add("tamor", BM_run_tamor);
-#ifdef TAMOR_COMPARE_PYTHON
+#ifdef TAMOR_HAS_PYTHON
         add("python", BM_run_python);
 #endif
-#ifdef TAMOR_COMPARE_LUA
+#ifdef TAMOR_HAS_LUA
         add("lua", BM_run_lua);
 #endif
     }

@@ -15,7 +15,7 @@
 #include "gui/GLWidget.h"
 #include "textures/Font.h"
 #include "widgets/Textbox.h"
-#ifdef TAMOR_WITH_GUICHAN
+#ifdef TAMOR_HAS_GUICHAN
 #include "benchmarks/widgets/GuichanScene.h"
 #endif
 
@@ -65,7 +65,7 @@ void BM_replay(benchmark::State& state)
 BENCHMARK(BM_replay)->Arg(1000)->Arg(10000)->Unit(benchmark::kMicrosecond);
 #endif
 
-#ifdef TAMOR_WITH_GUICHAN
+#ifdef TAMOR_HAS_GUICHAN
 void BM_guichanFrame(benchmark::State& state)
 {
     GuichanScene scene(static_cast<int>(state.range(0)));
