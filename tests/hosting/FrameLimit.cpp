@@ -1,38 +1,64 @@
-// Linked into each listing, which stays as it is in the manual: after a few frames it keeps
-// two pixels and asks the program to end, as the user does by closing the window.
+// Linked into each listing, which stays as it is in the manual: plays the user, who does what
+// "input.txt" says, a line a frame, and then closes the window. A line is "move X Y", "press",
+// "release" or "wait". The last picture is kept as "window.ppm". A frame takes 100 milliseconds of the
+// program's clock, so that each picture is the same on every machine.
 
-#include <GL/gl.h>
+#include "examples/Screenshot.h"
+
 #include <SDL.h>
 #include <dlfcn.h>
 
-#include <array>
 #include <fstream>
+#include <string>
 
 namespace
 {
 constexpr int framesBeforeEnd = 3;
 
-void keepTwoPixels()
+/// Gives SDL what the line says that the mouse does.
+void playLine(std::ifstream& file, const std::string& action)
 {
-    std::array<GLint, 4> viewport;
-    glGetIntegerv(GL_VIEWPORT, viewport.data());
-    std::array<unsigned char, 3> pixel;
-    glPixelStorei(GL_PACK_ALIGNMENT, 1);
-    std::ofstream file("middle-and-corner.txt");
-    for (const auto& place : {std::array{viewport[2] / 2, viewport[3] / 2},
-                              std::array{viewport[2] - 1, viewport[3] - 1}}) {
-        glReadPixels(place[0], place[1], 1, 1, GL_RGB, GL_UNSIGNED_BYTE, pixel.data());
-        file << int{pixel[0]} << ' ' << int{pixel[1]} << ' ' << int{pixel[2]} << '\n';
+    static Uint16 x = 0;
+    static Uint16 y = 0;
+    SDL_Event event{};
+    if (action == "move") {
+        file >> x >> y;
+        event.type = SDL_MOUSEMOTION;
+        event.motion.x = x;
+        event.motion.y = y;
+    } else if (action == "press" || action == "release") {
+        const bool isDown = action == "press";
+        event.type = isDown ? SDL_MOUSEBUTTONDOWN : SDL_MOUSEBUTTONUP;
+        event.button.state = isDown ? SDL_PRESSED : SDL_RELEASED;
+        event.button.button = SDL_BUTTON_LEFT;
+        event.button.x = x;
+        event.button.y = y;
+    } else {
+        return;
     }
+    SDL_PushEvent(&event);
 }
+
+int frames = 0;
 } // namespace
+
+/// Stands in front of SDL's function.
+extern "C" Uint32 SDL_GetTicks()
+{
+    return static_cast<Uint32>(100 * frames);
+}
 
 /// Stands in front of SDL's function.
 extern "C" void SDL_GL_SwapBuffers()
 {
-    static int frames = 0;
-    if (frames++ == framesBeforeEnd) {
-        keepTwoPixels();
+    static std::ifstream input("input.txt");
+    static int framesWithoutInput = 0;
+    ++frames;
+    std::string action;
+    if (input >> action) {
+        playLine(input, action);
+    } else if (framesWithoutInput++ == framesBeforeEnd) {
+        writeScreenshot("window.ppm");
         SDL_Event quit{};
         quit.type = SDL_QUIT;
         SDL_PushEvent(&quit);

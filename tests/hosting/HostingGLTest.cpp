@@ -1,3 +1,4 @@
+#include "tests/examples/Example.h"
 #include "tests/support/ChildProcess.h"
 #include "tests/support/Picture.h"
 #include "tests/support/TemporaryDirectory.h"
@@ -13,44 +14,28 @@ namespace tamor::test
 {
 namespace
 {
-/// What became of a listing: its streams, and two pixels of what it drew.
+/// What became of a listing: its streams, and what it drew.
 struct Outcome
 {
+    Pixel middle() const { return window.at(window.width / 2, window.height / 2); }
+    Pixel corner() const { return window.at(window.width - 1, 0); }
+
     std::string output;
     std::string errors;
-    Pixel middle{};
-    Pixel corner{};
+    Picture window;
 };
-
-Pixel readPixel(std::ifstream& file)
-{
-    Pixel pixel{};
-    for (std::uint8_t& channel : pixel) {
-        int value = -1;
-        file >> value;
-        channel = static_cast<std::uint8_t>(value);
-    }
-    return pixel;
-}
 
 /// Runs a listing in the current directory, with the other files of the manual beside it.
 Outcome runListing(const std::string& name)
 {
     useTestDisplay();
-    for (const char* const file : {"tint.vert", "tint.frag", "greet.script"})
+    for (const char* const file : {"settings.gui", "tint.vert", "tint.frag", "greet.script"})
         std::filesystem::copy_file(std::string(LISTINGS) + file, file);
     ChildProcess listing({std::string(LISTINGS) + "tamor-listing-" + name});
     const ProcessEnd end = listing.wait();
     EXPECT_FALSE(end.timedOut);
     EXPECT_EQ(end.status, 0);
-
-    Outcome outcome{listing.output(), listing.errors(), {}, {}};
-    std::ifstream pixels("middle-and-corner.txt");
-    if (pixels.is_open()) {
-        outcome.middle = readPixel(pixels);
-        outcome.corner = readPixel(pixels);
-    }
-    return outcome;
+    return {listing.output(), listing.errors(), readScreenshot("window.ppm")};
 }
 
 int brightness(Pixel pixel)
@@ -65,8 +50,52 @@ TEST(HostingGLTest, TheWindowShowsItsSquare)
     const Outcome outcome = runListing("window");
 
     EXPECT_EQ(outcome.errors, "");
-    EXPECT_EQ(outcome.middle, (Pixel{255, 255, 255}));
-    EXPECT_EQ(outcome.corner, (Pixel{51, 102, 153}));
+    EXPECT_EQ(outcome.middle(), (Pixel{255, 255, 255}));
+    EXPECT_EQ(outcome.corner(), (Pixel{51, 102, 153}));
+}
+
+TEST(HostingGLTest, AWindowThatDoesNotOpenIsAFailureOfTheProgram)
+{
+    // Arrange: as without a display, a driver that has no OpenGL.
+    ChildProcess listing({LISTINGS "tamor-listing-window"}, "", {{"SDL_VIDEODRIVER", "dummy"}});
+
+    const ProcessEnd end = listing.wait();
+
+    EXPECT_EQ(end.status, 1);
+    EXPECT_EQ(listing.errors(), "SDL_SetVideoMode() Failed. SDL_Error: OpenGL not available\n"
+                                "Error sending openwindow event\n");
+}
+
+/// The demonstration's themes, configuration and pictures in the current directory, and a user.
+void prepareGui(const std::string& input)
+{
+    std::filesystem::copy(TAMOR_DATA, ".");
+    std::ofstream("input.txt") << input;
+}
+
+/// Drags the slider and opens the list, of which the second row is chosen.
+const std::string changesBoth = "move 181 246 press move 223 246 release "
+                                "move 77 328 press release move 110 379 press release ";
+
+TEST(HostingGLTest, TheGuiShowsItsBox)
+{
+    const TemporaryDirectory directory;
+    prepareGui(changesBoth + "move 94 417 press release move 400 312 wait wait");
+
+    const Outcome outcome = runListing("gui");
+
+    EXPECT_EQ(outcome.output, "");
+    EXPECT_TRUE(matchesGolden(outcome.window, TAMOR_DOCS "hosting-gui.png"));
+}
+
+TEST(HostingGLTest, TheGuiTellsWhatIsToBeKept)
+{
+    const TemporaryDirectory directory;
+    prepareGui(changesBoth + "move 94 417 press release move 317 341 press");
+
+    const Outcome outcome = runListing("gui");
+
+    EXPECT_EQ(outcome.output, "0.7 1\n");
 }
 
 TEST(HostingGLTest, TheModelIsLit)
@@ -76,8 +105,8 @@ TEST(HostingGLTest, TheModelIsLit)
     const Outcome outcome = runListing("model");
 
     EXPECT_EQ(outcome.errors, "");
-    EXPECT_GT(brightness(outcome.middle), 200);
-    EXPECT_EQ(outcome.corner, (Pixel{51, 51, 51}));
+    EXPECT_GT(brightness(outcome.middle()), 200);
+    EXPECT_EQ(outcome.corner(), (Pixel{51, 51, 51}));
 }
 
 TEST(HostingGLTest, TheTerrainIsLitUnderTheSky)
@@ -87,9 +116,9 @@ TEST(HostingGLTest, TheTerrainIsLitUnderTheSky)
     const Outcome outcome = runListing("terrain");
 
     EXPECT_EQ(outcome.errors, "");
-    EXPECT_EQ(outcome.corner, (Pixel{168, 199, 230}));
-    EXPECT_EQ(outcome.middle[0], outcome.middle[2]); // the ground is grey
-    EXPECT_GT(brightness(outcome.middle), 100);
+    EXPECT_EQ(outcome.corner(), (Pixel{168, 199, 230}));
+    EXPECT_EQ(outcome.middle()[0], outcome.middle()[2]); // the ground is grey
+    EXPECT_GT(brightness(outcome.middle()), 100);
 }
 
 TEST(HostingGLTest, TheShaderTintsItsSquare)
@@ -99,8 +128,8 @@ TEST(HostingGLTest, TheShaderTintsItsSquare)
     const Outcome outcome = runListing("shader");
 
     EXPECT_EQ(outcome.errors, "");
-    EXPECT_EQ(outcome.middle, (Pixel{255, 102, 51}));
-    EXPECT_EQ(outcome.corner, (Pixel{51, 51, 51}));
+    EXPECT_EQ(outcome.middle(), (Pixel{255, 102, 51}));
+    EXPECT_EQ(outcome.corner(), (Pixel{51, 51, 51}));
 }
 
 TEST(HostingGLTest, TheImageIsWritten)
