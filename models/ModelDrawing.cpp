@@ -2,6 +2,7 @@
 
 #include "maths/GLState.h"
 #include "models/Model.h"
+#include "models/internal/BufferNames.h"
 #include "models/internal/CornerArrays.h"
 #include "models/internal/ModelAccess.h"
 
@@ -14,10 +15,6 @@ namespace
 constexpr std::int32_t modeNotChosen = 0;
 constexpr std::int32_t modeImmediate = 1;
 constexpr std::int32_t modeBuffers = 2;
-
-// Meant: one flag for the whole process, not one a model, so the first model to come has the only
-// buffers; `ModelBuffersGLTest.GivesBufferNamesToTheFirstModelOnly` holds it.
-bool bufferNamesMade = false;
 
 /// The mean of three places.
 Vector middle(const Vertex& a, const Vertex& b, const Vertex& c)
@@ -112,6 +109,8 @@ void fillBuffer(std::uint32_t name, std::size_t floats, const float* data)
                  GL_DYNAMIC_DRAW);
 }
 } // namespace
+
+bool bufferNamesMade = false;
 
 std::int32_t Model::render(bool flat)
 {

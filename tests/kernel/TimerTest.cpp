@@ -35,11 +35,11 @@ protected:
     {
         SDL_QuitSubSystem(SDL_INIT_TIMER);
         starts = 0;
-        startFails = false;
     }
 
     ~TimerTest() override
     {
+        startFails = false;
         collectAll();
         // The sweep ends a process, and this one goes on to further tests.
         shuttingDown = false;

@@ -445,6 +445,8 @@ TEST(MS3DModelLoad, AsksTheRegistryForNoTextureWithoutAName)
     ModelFileText file;
     file.materials = "Materials: 1\n\"A\"\n0 0 0 1\n0 0 0 1\n0 0 0 1\n0 0 0 1\n0\n1\n\"\"\n\"\"\n";
     MS3DModel model;
+    textureRegistry.clear();
+
     load(model, file.text());
 
     EXPECT_TRUE(textureRegistry.empty());

@@ -10,7 +10,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <filesystem>
 #include <fstream>
 #include <memory>
 #include <string>
@@ -66,7 +65,7 @@ TEST_F(ModelPageGLTest, HasLinesForAHostThatWork)
     EXPECT_EQ(linesBetween(page, "```cpp", "```"),
               linesBetween(TAMOR_SOURCE "/tests/models/ModelPageGLTest.cpp", "// {", "// }"));
 
-    std::filesystem::current_path(TAMOR_SOURCE "/examples/models");
+    const DirectoryChange toTheModel(TAMOR_SOURCE "/examples/models");
     const float time = 12.0F;
     // clang-format off
     // {

@@ -2,13 +2,13 @@
 
 #include "models/ModelFactory.h"
 #include "tests/support/Picture.h"
+#include "tests/support/TemporaryDirectory.h"
 #include "tests/support/TestWindow.h"
 
 #include <gtest/gtest.h>
 
 #include <GL/glu.h>
 
-#include <filesystem>
 #include <memory>
 #include <ostream>
 
@@ -63,10 +63,10 @@ protected:
 TEST_P(ModelPicturesGLTest, LookRight)
 {
     const Scene& scene = GetParam();
-    const std::filesystem::path here = std::filesystem::current_path();
-    std::filesystem::current_path("../../examples/models"); // where the textures are
-    const std::unique_ptr<Model> model(createModel(scene.model));
-    std::filesystem::current_path(here);
+    const std::unique_ptr<Model> model = [&scene] {
+        const DirectoryChange toTheTextures("../../examples/models");
+        return std::unique_ptr<Model>(createModel(scene.model));
+    }();
     model->setRenderMode(scene.mode, false, false);
     lightTheScene(scene.distance);
 

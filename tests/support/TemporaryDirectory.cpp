@@ -5,17 +5,32 @@
 
 namespace tamor::test
 {
-TemporaryDirectory::TemporaryDirectory() : previous(std::filesystem::current_path())
+namespace
+{
+std::filesystem::path makeDirectory()
 {
     std::string name = (std::filesystem::temp_directory_path() / "tamor-test-XXXXXX").string();
-    directory = mkdtemp(name.data());
+    return mkdtemp(name.data());
+}
+} // namespace
+
+DirectoryChange::DirectoryChange(const std::filesystem::path& directory)
+    : previous(std::filesystem::current_path())
+{
     std::filesystem::current_path(directory);
 }
+
+DirectoryChange::~DirectoryChange()
+{
+    std::error_code ignored;
+    std::filesystem::current_path(previous, ignored);
+}
+
+TemporaryDirectory::TemporaryDirectory() : directory(makeDirectory()), change(directory) {}
 
 TemporaryDirectory::~TemporaryDirectory()
 {
     std::error_code ignored;
-    std::filesystem::current_path(previous, ignored);
     std::filesystem::remove_all(directory, ignored);
 }
 

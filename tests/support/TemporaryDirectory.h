@@ -1,5 +1,5 @@
 /// \file
-/// A directory of a test's own, which is gone afterwards.
+/// Directories that a test works in: another one, or one of its own that is gone afterwards.
 #pragma once
 
 #include <filesystem>
@@ -8,6 +8,19 @@
 
 namespace tamor::test
 {
+/// Has the process work in a directory while it lives.
+class DirectoryChange
+{
+public:
+    explicit DirectoryChange(const std::filesystem::path& directory);
+    ~DirectoryChange();
+    DirectoryChange(const DirectoryChange&) = delete;
+    DirectoryChange& operator=(const DirectoryChange&) = delete;
+
+private:
+    std::filesystem::path previous;
+};
+
 /// Makes an empty directory and, while it lives, has the process work in it.
 class TemporaryDirectory
 {
@@ -24,6 +37,6 @@ public:
 
 private:
     std::filesystem::path directory;
-    std::filesystem::path previous;
+    DirectoryChange change;
 };
 } // namespace tamor::test

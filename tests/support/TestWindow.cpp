@@ -2,7 +2,10 @@
 
 #include "tests/support/TestWindow.h"
 
+#include "models/internal/BufferNames.h"
+#include "shaders/ShaderProgram.h"
 #include "tests/support/VirtualDisplay.h"
+#include "textures/TextureRegistry.h"
 
 #include <SDL.h>
 
@@ -11,9 +14,24 @@
 
 namespace tamor::test
 {
+namespace
+{
+/// What the engine keeps for the life of a process belongs to a context, and a test has one of its
+/// own.
+void forgetObjectsOfTheLastContext()
+{
+    textureRegistry.clear();
+    textureRefCounts.clear();
+    vertexShaders.clear();
+    fragmentShaders.clear();
+    bufferNamesMade = false;
+}
+} // namespace
+
 void openTestWindow(int width, int height)
 {
     useTestDisplay();
+    forgetObjectsOfTheLastContext();
     const bool isOpen = SDL_InitSubSystem(SDL_INIT_VIDEO | SDL_INIT_NOPARACHUTE) == 0 &&
                         SDL_GL_SetAttribute(SDL_GL_DOUBLEBUFFER, 1) == 0 &&
                         SDL_SetVideoMode(width, height, 24, SDL_OPENGL) != nullptr && GLeeInit();
