@@ -1,0 +1,48 @@
+#include "maths/Memory.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <memory>
+
+namespace tamor
+{
+namespace
+{
+TEST(MemoryHolds, SmallSizesAndNotTheLargest)
+{
+    EXPECT_TRUE(memoryHolds(0));
+    EXPECT_TRUE(memoryHolds(1 << 20));
+    EXPECT_FALSE(memoryHolds(std::uint64_t{1} << 62));
+    EXPECT_FALSE(memoryHolds(UINT64_MAX));
+}
+
+TEST(SaturatingProduct, StopsAtTheLargestNumber)
+{
+    EXPECT_EQ(saturatingProduct(0, UINT64_MAX), 0U);
+    EXPECT_EQ(saturatingProduct(UINT64_MAX, 0), 0U);
+    EXPECT_EQ(saturatingProduct(3, 5), 15U);
+    EXPECT_EQ(saturatingProduct(1ULL << 32, 1ULL << 31), 1ULL << 63);
+    EXPECT_EQ(saturatingProduct(1ULL << 32, 1ULL << 32), UINT64_MAX);
+    EXPECT_EQ(saturatingProduct(UINT64_MAX, 2), UINT64_MAX);
+}
+
+TEST(ClearPages, SetsAllBytesTo0AndNoOthers)
+{
+    constexpr std::size_t size = 40000;
+    const auto bytes = std::make_unique<char[]>(size);
+    for (const std::size_t start : {0, 1, 4095, 4096, 5000}) {
+        for (const std::size_t count : {0, 1, 100, 4096, 8192, 20001, 30000}) {
+            std::fill_n(bytes.get(), size, 'x');
+
+            clearPages(bytes.get() + start, count);
+
+            EXPECT_EQ(std::count(bytes.get(), bytes.get() + size, 'x'),
+                      static_cast<std::ptrdiff_t>(size - count));
+            EXPECT_EQ(std::count(bytes.get() + start, bytes.get() + start + count, 0),
+                      static_cast<std::ptrdiff_t>(count));
+        }
+    }
+}
+} // namespace
+} // namespace tamor
