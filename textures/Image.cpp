@@ -1,11 +1,15 @@
 #include "textures/Image.h"
 
 #include "maths/GLState.h"
+#include "maths/Memory.h"
 
 #include <GL/gl.h>
 #include <GL/glu.h>
-#include <sys/mman.h>
 
+#include <algorithm>
+#include <bit>
+#include <cmath>
+#include <cstring>
 #include <memory>
 
 namespace tamor
@@ -17,39 +21,46 @@ constexpr std::size_t channels = 4;
 // GLU counts the bytes of a picture in 32 bits, and writes past its own storage when they overflow.
 constexpr std::size_t largestUpload = std::size_t{1} << 28;
 
-/// Asks for large pages under the pixels of a large picture, which are about to be written for the
-/// first time. Half of the time that a picture took to load went into its 4 KiB pages.
-void useLargePages(float* pixels, std::size_t size)
-{
-    constexpr std::size_t pageSize = std::size_t{2} << 20;
-    void* start = pixels;
-    if (std::align(pageSize, pageSize, start, size) != nullptr)
-        madvise(start, size / pageSize * pageSize, MADV_HUGEPAGE); // a hint: it may be refused
-}
-
-/// The low 8 bits of `channel` times 255, truncated. What a 32-bit integer cannot hold, which only
-/// a picture of nonsense has, gives 0.
+/// The low 8 bits of `channel` times 255, truncated. Not-a-number gives 0, and so does all from
+/// 2^31 on: there floats are multiples of 256.
 std::uint8_t toByte(float channel)
 {
-    constexpr float limit = 1 << 30;
-    float scaled = channel * 255.0F;
-    scaled = scaled > -limit ? scaled : -limit;
-    scaled = scaled < limit ? scaled : limit;
-    return static_cast<std::uint8_t>(static_cast<std::int32_t>(scaled));
+    constexpr float multiplesOf256 = 2147483648.0F;
+    const float scaled = channel * 255.0F;
+    const float truncatable = std::abs(scaled) < multiplesOf256 ? scaled : 0.0F;
+    return static_cast<std::uint8_t>(static_cast<std::int32_t>(truncatable));
 }
 
-/// Storage for the bytes of an upload.
-///
-/// Meant: never freed, so that a driver that reads the bytes late finds them;
-/// `UploadTextureGLTest.LeavesTheStagedBytesAllocatedAndFreesNoPixels` holds it.
-std::uint8_t* newStaging(std::size_t size)
+/// How many channels lie behind the pixels of a picture that GLU scales: it reads into the row
+/// behind the last one, and times what it finds there by 0.
+std::size_t overread(const Image& image)
 {
-    return new std::uint8_t[size];
+    return channels * (static_cast<std::size_t>(image.width) + 1);
 }
 
+/// Storage for the bytes of an upload, and `room` for what is read behind them, all 0.
+///
+/// Meant: never freed: every upload leaves its bytes for the life of the process, and whoever counts
+/// a host's memory finds them there;
+/// `UploadTextureGLTest.LeavesTheStagedBytesAllocatedAndFreesNoPixels` holds it.
+std::uint8_t* newStaging(std::size_t size, std::size_t room)
+{
+    auto* const staging = new std::uint8_t[size + room];
+    std::memset(staging + size, 0, room);
+    return staging;
+}
+
+/// The red bytes, one row behind the other without a gap.
+///
+/// Meant: OpenGL starts each row at a multiple of its unpack alignment, 4 by default and 8 at most,
+/// so that a width of another kind shears the picture, and the last rows lie behind the bytes.
+/// A host that wants it straight sets GL_UNPACK_ALIGNMENT to 1;
+/// `UploadTextureGLTest.ReadsRowsOfOneChannelAtMultiplesOfFour` holds it.
 const std::uint8_t* stageRed(const Image& image, std::size_t count)
 {
-    std::uint8_t* const staging = newStaging(count);
+    constexpr std::size_t largestGap = 7;
+    std::uint8_t* const staging =
+        newStaging(count, count == 0 ? 0 : largestGap * static_cast<std::size_t>(image.height));
     for (std::size_t k = 0; k < count; k++)
         staging[k] = toByte(image.pixels[channels * k]);
     return staging;
@@ -57,7 +68,7 @@ const std::uint8_t* stageRed(const Image& image, std::size_t count)
 
 const std::uint8_t* stageAllChannels(const Image& image, std::size_t count)
 {
-    std::uint8_t* const staging = newStaging(count * channels);
+    std::uint8_t* const staging = newStaging(count * channels, count == 0 ? 0 : overread(image));
     for (std::size_t k = 0; k < count * channels; k++)
         staging[k] = toByte(image.pixels[k]);
     return staging;
@@ -83,6 +94,21 @@ void uploadOneLevel(const Image& image, GLenum format, GLenum type, const void* 
 void uploadWithMipmaps(const Image& image, GLenum type, const void* data)
 {
     gluBuild2DMipmaps(GL_TEXTURE_2D, GL_RGBA, image.width, image.height, GL_RGBA, type, data);
+}
+
+/// Uploads the floats themselves where GLU reads no others: it halves a picture whose sides are
+/// powers of two, and scales any other. For that one they are copied, with room behind them.
+void uploadFloatsWithMipmaps(const Image& image, std::size_t count)
+{
+    const bool isHalved = std::has_single_bit(static_cast<std::uint32_t>(image.width)) &&
+                          std::has_single_bit(static_cast<std::uint32_t>(image.height));
+    if (isHalved || count == 0) {
+        uploadWithMipmaps(image, GL_FLOAT, image.pixels);
+        return;
+    }
+    const auto copy = std::make_unique<float[]>(count * channels + overread(image));
+    std::copy_n(image.pixels, count * channels, copy.get());
+    uploadWithMipmaps(image, GL_FLOAT, copy.get());
 }
 } // namespace
 
@@ -132,14 +158,14 @@ bool uploadTexture(std::uint32_t& id, Image image, TextureKey key)
     setParameters(key.flags);
 
     const std::size_t count = image.pixelCount();
-    if (count > largestUpload)
+    if (count > largestUpload || !memoryHolds(2 * count * channels))
         return true;
     const bool oneLevel = key.flags & TextureKey::LINEAR_ONE_CHANNEL;
     const bool asFloats = key.flags & TextureKey::FLOAT_PIXELS;
     if (asFloats && oneLevel)
         uploadOneLevel(image, GL_RGBA, GL_FLOAT, image.pixels);
     else if (asFloats)
-        uploadWithMipmaps(image, GL_FLOAT, image.pixels);
+        uploadFloatsWithMipmaps(image, count);
     else if (oneLevel)
         uploadOneLevel(image, GL_LUMINANCE, GL_UNSIGNED_BYTE, stageRed(image, count));
     else

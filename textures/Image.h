@@ -51,8 +51,8 @@ public:
 
     /// Takes pixels of one byte a channel: red, green, blue and, if `hasAlpha`, alpha, each divided
     /// by 255; otherwise alpha is 1. Frees the old pixels.
-    /// \param bytes  newWidth x newHeight pixels of 3 or 4 bytes, first to last in the array's
-    /// order \return true
+    /// \param bytes  newWidth x newHeight pixels of 3 or 4 bytes, first to last in the array's order
+    /// \return true
     bool setFromBytes(std::int32_t newWidth, std::int32_t newHeight, bool hasAlpha,
                       const std::uint8_t* bytes);
 

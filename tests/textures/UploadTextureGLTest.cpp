@@ -175,6 +175,18 @@ TEST_F(UploadTextureGLTest, GivesNumbersThatNoIntegerHoldsTheByteZero)
     EXPECT_THAT(texels(1), Each(0));
 }
 
+TEST_F(UploadTextureGLTest, KeepsTheLowBitsOfLargeNumbers)
+{
+    // Times 255, exactly: 2^30 + 128, 2^31 - 128, -(2^30 + 128) and 2^31.
+    const float large = 1073741952.0F / 255.0F;
+    std::vector<float> pixels = {large, 2147483520.0F / 255.0F, -large, 2147483648.0F / 255.0F};
+    std::uint32_t id = 0;
+
+    uploadTexture(id, imageOf(1, 1, pixels), {"", 0});
+
+    EXPECT_THAT(texels(1), ElementsAre(128, 128, 128, 0));
+}
+
 TEST_F(UploadTextureGLTest, OneChannelTakesRedForAllColoursAndNoAlpha)
 {
     std::vector<float> pixels = {0.2F, 0.9F, 0.9F, 0.1F, 0.4F, 0.9F, 0.9F, 0.1F,
@@ -225,6 +237,75 @@ TEST_F(UploadTextureGLTest, LeavesTheStagedBytesAllocatedAndFreesNoPixels)
     EXPECT_EQ(test::liveArrays(), before + 2);
     uploadTexture(id, image, {"", 16});
     EXPECT_EQ(test::liveArrays(), before + 2);
+}
+
+TEST_F(UploadTextureGLTest, ReadsRowsOfOneChannelAtMultiplesOfFour)
+{
+    // Rows of three bytes, of which OpenGL takes the second one from the fifth on.
+    std::vector<float> pixels;
+    for (const float byte : {1.0F, 2.0F, 3.0F, 4.0F, 5.0F, 6.0F})
+        pixels.insert(pixels.end(), {byte / 255.0F + 0.001F, 0.0F, 0.0F, 0.0F});
+    std::uint32_t id = 0;
+
+    uploadTexture(id, imageOf(3, 2, pixels), {"", 1});
+
+    std::array<std::uint8_t, 8> red{};
+    glGetTexImage(GL_TEXTURE_2D, 0, GL_RED, GL_UNSIGNED_BYTE, red.data());
+    EXPECT_THAT((std::vector<int>{red.begin(), red.end()}), ElementsAre(1, 2, 3, 0, 5, 6, 0, 0));
+}
+
+TEST_F(UploadTextureGLTest, HasRoomForTheRowsOfOneChannelAsOpenGLReadsThem)
+{
+    std::vector<float> pixels(std::size_t{9} * 9 * 4, 0.5F);
+    const test::GuardedArrays guarded;
+    std::uint32_t id = 0;
+
+    for (const int alignment : {1, 2, 4, 8}) {
+        glPixelStorei(GL_UNPACK_ALIGNMENT, alignment);
+        for (int width = 1; width <= 9; width++)
+            for (int height = 1; height <= 9; height++)
+                uploadTexture(id, imageOf(width, height, pixels), {"", 1});
+    }
+
+    EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
+}
+
+TEST_F(UploadTextureGLTest, HasRoomForWhatGLUReadsBehindThePixels)
+{
+    const test::GuardedArrays guarded;
+    std::uint32_t id = 0;
+
+    for (const std::uint32_t flags : {0, 16}) {
+        for (int width = 1; width <= 64; width++) {
+            for (int height = 1; height <= 64; height++) {
+                Image image;
+                image.clear(width, height);
+                uploadTexture(id, image, {"", flags});
+                glDeleteTextures(1, &id);
+                delete[] image.pixels;
+            }
+        }
+    }
+
+    EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
+}
+
+TEST_F(UploadTextureGLTest, UploadsFloatsThatGLUScales)
+{
+    // Three equal rows of three pixels become four of four: the inner pixels take a third from the
+    // outer ones.
+    std::vector<float> pixels;
+    for (int row = 0; row < 3; row++)
+        pixels.insert(pixels.end(), {1, 0, 0, 1, 0, 0, 0, 1, 0, 1, 0, 1});
+    std::uint32_t id = 0;
+
+    uploadTexture(id, imageOf(3, 3, pixels), {"", 16});
+
+    std::vector<int> expected;
+    for (int row = 0; row < 4; row++)
+        expected.insert(expected.end(),
+                        {255, 0, 0, 255, 85, 0, 0, 255, 0, 85, 0, 255, 0, 255, 0, 255});
+    EXPECT_THAT(texels(16), ElementsAreArray(expected));
 }
 
 TEST_F(UploadTextureGLTest, TakesAnImageWithoutPixels)
