@@ -1,5 +1,7 @@
 #include "textures/TGAReader.h"
 
+#include "maths/Memory.h"
+
 #include <algorithm>
 #include <array>
 #include <cstdio>
@@ -13,9 +15,10 @@ namespace
 {
 constexpr std::uint8_t compressedTrueColour = 10;
 constexpr std::size_t longestPacket = 128;
+constexpr std::size_t bytesAPixel = 16; // four floats
 
 /// A file that is read a block at a time, and that never ends: past the end of the file a read
-/// leaves its destination as it was.
+/// leaves its destination as it was. The end is asked for once.
 class BlockReader
 {
 public:
@@ -35,12 +38,8 @@ private:
     void readAcrossBlocks(std::uint8_t* destination, std::size_t size)
     {
         while (size > 0) {
-            if (position == end) {
-                position = 0;
-                end = std::fread(block.data(), 1, block.size(), file);
-                if (end == 0)
-                    return;
-            }
+            if (position == end && !refill())
+                return;
             const std::size_t part = std::min(size, end - position);
             std::memcpy(destination, block.data() + position, part);
             position += part;
@@ -49,9 +48,20 @@ private:
         }
     }
 
+    bool refill()
+    {
+        if (hasEnded)
+            return false;
+        position = 0;
+        end = std::fread(block.data(), 1, block.size(), file);
+        hasEnded = end < block.size();
+        return end > 0;
+    }
+
     std::FILE* file;
     std::size_t position = 0;
     std::size_t end = 0;
+    bool hasEnded = false;
     std::array<std::uint8_t, 65536> block;
 };
 
@@ -60,11 +70,11 @@ private:
 /// A packet that goes on behind the last pixel is carried out in full, and four bytes are stored
 /// for each pixel though the next one starts `pixelSize` bytes on: `bytes` has room for both. Each
 /// pixel in the file is blue, green, red, alpha.
-/// \param pixelSize  bytes a pixel; a constant for the usual sizes, so that no copy has a loop
+/// \param pixelSize  bytes a pixel, as a constant, so that no copy has a loop
 template <typename PixelSize>
 void unpack(BlockReader& file, PixelSize pixelSize, std::size_t total, std::uint8_t* bytes)
 {
-    std::array<std::uint8_t, 256> pixel{};
+    std::array<std::uint8_t, 4> pixel{};
     std::uint8_t packet = 0;
     std::size_t done = 0;
     const auto readPixel = [&] { file.read(pixel.data(), pixelSize); };
@@ -129,15 +139,19 @@ bool readTGA(Image& image, TextureKey key)
 
     const std::size_t total = static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
     const std::size_t pixelSize = depth / 8;
+    if (!memoryHolds(total * (pixelSize + bytesAPixel))) {
+        std::cerr << key.path << ": Too large for the memory" << std::endl;
+        std::fclose(file);
+        return false;
+    }
     std::uint8_t* const bytes = newUnpackedBytes(total, pixelSize);
     if (depth == 24)
         unpack(reader, std::integral_constant<std::size_t, 3>(), total, bytes);
     else if (depth == 32)
         unpack(reader, std::integral_constant<std::size_t, 4>(), total, bytes);
-    else
-        unpack(reader, pixelSize, total, bytes);
     std::fclose(file);
 
+    // Of any other depth no byte is looked at.
     if (depth == 24 || depth == 32)
         image.setFromBytes(width, height, depth == 32, bytes);
     else

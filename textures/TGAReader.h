@@ -25,5 +25,6 @@ namespace tamor
 /// \return false, with `image` untouched, after printing one of these lines:
 ///         Error loading texture tga file '<path>'
 ///         Please use compressed TGAs
+///         <path>: Too large for the memory
 bool readTGA(Image& image, TextureKey key);
 } // namespace tamor

@@ -1,11 +1,14 @@
 #include "textures/TGAReader.h"
 
 #include "tests/support/CapturedErrors.h"
+#include "tests/support/ChildProcess.h"
 #include "tests/support/TemporaryDirectory.h"
 #include "tests/textures/LiveArrays.h"
+#include "tests/textures/ProcessFigures.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
 #include <filesystem>
 #include <iterator>
@@ -247,6 +250,71 @@ TEST(ReadTGA, GoesOnWithTheLastBytesOfAShortFile)
 
     ASSERT_EQ(bytes.size(), 1600U);
     EXPECT_THAT((std::vector<int>{bytes.end() - 4, bytes.end()}), ElementsAre(3, 2, 1, 4));
+}
+
+TEST(ReadTGA, AsksForTheEndOfAShortFileOnce)
+{
+    const test::TemporaryDirectory directory;
+    // A raw packet of four pixels, of which there is one: both are read again for all the others.
+    directory.write("a.tga", tga(2000, 1000, 32, "\x03\x01\x02\x03\x04"));
+    Image image;
+    const std::size_t before = test::readCalls();
+
+    EXPECT_TRUE(readTGA(image, {"a.tga", 0}));
+
+    EXPECT_LT(test::readCalls(), before + 50);
+    EXPECT_EQ(image.pixels[8000000 - 4], 3.0F / 255.0F);
+}
+
+TEST(ReadTGA, SaysThatTheMemoryDoesNotHoldAPicture)
+{
+    const test::TemporaryDirectory directory;
+    for (const int depth : {24, 32, 16, 7}) {
+        directory.write("a.tga", tga(65535, 65535, depth, ""));
+        test::ChildProcess reader([] {
+            const rlimit limit = {8ULL << 30, 8ULL << 30};
+            setrlimit(RLIMIT_AS, &limit);
+            Image image;
+            const Image before = image;
+            const bool wasRead = readTGA(image, {"a.tga", 0});
+            const bool isUntouched = image.width == before.width && image.height == before.height &&
+                                     image.pixels == before.pixels;
+            return wasRead || !isUntouched ? 1 : 0;
+        });
+
+        EXPECT_EQ(reader.wait().status, 0) << depth;
+        EXPECT_EQ(reader.errors(), "a.tga: Too large for the memory\n") << depth;
+    }
+}
+
+TEST(ReadTGA, ClosesAFileThatTheMemoryDoesNotHold)
+{
+    const test::TemporaryDirectory directory;
+    directory.write("a.tga", tga(65535, 65535, 32, ""));
+    test::ChildProcess reader([] {
+        const rlimit limit = {8ULL << 30, 8ULL << 30};
+        setrlimit(RLIMIT_AS, &limit);
+        Image image;
+        const std::ptrdiff_t before = openFiles();
+        readTGA(image, {"a.tga", 0});
+        return openFiles() == before ? 0 : 1;
+    });
+
+    EXPECT_EQ(reader.wait().status, 0);
+}
+
+TEST(ReadTGA, TakesNoMemoryForPixelsThatAreNotRead)
+{
+    const test::TemporaryDirectory directory;
+    directory.write("a.tga", tga(8000, 8000, 16, ""));
+    Image image;
+    const std::size_t before = test::residentMegabytes();
+
+    EXPECT_TRUE(readTGA(image, {"a.tga", 0}));
+
+    EXPECT_EQ(image.width, 8000);
+    // The sanitisers take memory of their own, an eighth.
+    EXPECT_LT(test::residentMegabytes(), before + 256);
 }
 
 TEST(ReadTGA, ReadsAFileThatIsLongerThanABlock)
