@@ -1,5 +1,7 @@
 #include "textures/PNGReader.h"
 
+#include "maths/Memory.h"
+
 #include <arpa/inet.h>
 #include <zlib.h>
 
@@ -8,7 +10,6 @@
 #include <cstdlib>
 #include <cstring>
 #include <iostream>
-#include <memory>
 #include <tuple>
 #include <vector>
 
@@ -26,12 +27,11 @@ constexpr std::uint8_t colourTypeRGBA = 6;
 // What zlib is told that it may write, whatever the picture's size.
 constexpr uLongf statedCapacity = 32;
 
-// Sizes beyond these are nonsense in a damaged file. (A directory opens like a file, and claims to
-// hold 2^63 - 1 bytes.)
-constexpr std::uint64_t largestPicture = std::uint64_t{1} << 30; // bytes
+// Sizes beyond this are nonsense. (A directory opens like a file, and claims to hold 2^63 - 1
+// bytes.)
 constexpr long largestFile = 0x7FFFFFFF;
 
-using Bytes = std::unique_ptr<std::uint8_t[]>;
+constexpr std::size_t bytesAPixel = 4;
 
 /// Storage for all words of a file, and two to spare.
 ///
@@ -104,36 +104,64 @@ bool readHeader(Image& image, std::vector<std::uint8_t> data)
            !isInterlaced;
 }
 
-/// The data of all IDAT chunks, one behind the other.
-struct JoinedData
-{
-    Bytes bytes;
-    std::size_t length = 0;
-};
-
-// Meant: what the next three give is not freed at every exit of the reader, but left where
-// `readPNG` releases it; `ReadPNG.LeavesItsWorkingStorageAtFailures` holds it.
+// Meant: what the next three give is not freed at every exit of the reader: see `Storage::isKept`;
+// `ReadPNG.LeavesItsWorkingStorageAtFailures` holds it.
 
 /// Storage for the joined data of a file, and for what is read behind it: the test of the first
 /// byte, and as many bytes as zlib is told behind an offset of two.
-JoinedData newJoinedData(std::uint32_t wordCount)
+std::uint8_t* newJoinedData(std::uint32_t wordCount)
 {
-    return {std::make_unique<std::uint8_t[]>(2 * std::size_t{wordCount} + 8), 0};
+    return new std::uint8_t[2 * std::size_t{wordCount} + 8]();
 }
 
-Bytes newInflatedData(std::uint64_t size)
+/// Storage for all that zlib may write. The rows of a larger picture read as 0 behind it.
+std::uint8_t* newInflatedData()
 {
-    return std::make_unique<std::uint8_t[]>(size);
+    return new std::uint8_t[statedCapacity]();
 }
 
-Bytes newRGBABytes(std::uint64_t size)
+/// Storage for the pixels that inflated data can fill: each of its bytes makes one at most.
+std::uint8_t* newRGBABytes()
 {
-    return std::make_unique<std::uint8_t[]>(size);
+    return new std::uint8_t[statedCapacity]();
 }
+
+/// What a reading works with, beside the words of its file.
+struct Storage
+{
+    explicit Storage(std::uint32_t wordCount) : joined(newJoinedData(wordCount)) {}
+
+    ~Storage()
+    {
+        if (isKept)
+            return;
+        freeData();
+        delete[] rgba;
+    }
+
+    Storage(const Storage&) = delete;
+    Storage& operator=(const Storage&) = delete;
+
+    /// Frees the joined and the inflated data.
+    void freeData()
+    {
+        delete[] joined;
+        delete[] inflated;
+        joined = inflated = nullptr;
+    }
+
+    std::uint8_t* joined; ///< the data of all IDAT chunks, one behind the other
+    std::size_t joinedLength = 0;
+    std::uint8_t* inflated = nullptr;
+    std::size_t inflatedLength = 0;
+    std::uint8_t* rgba = nullptr;
+    std::size_t rgbaLength = 0;
+    bool isKept = false; ///< whether it stays allocated when the reading is over
+};
 
 /// Walks the chunks to the end of the words.
 /// \return false after a header that is not of the one form that is read
-bool readChunks(Image& image, PNGWordStream& stream, std::uint32_t wordCount, JoinedData& joined)
+bool readChunks(Image& image, PNGWordStream& stream, std::uint32_t wordCount, Storage& storage)
 {
     while (stream.wordIndex < wordCount) {
         const std::uint32_t length = stream.readLong();
@@ -143,38 +171,49 @@ bool readChunks(Image& image, PNGWordStream& stream, std::uint32_t wordCount, Jo
         if (type == headerChunk && !readHeader(image, data))
             return false;
         if (type == dataChunk) {
-            std::copy(data.begin(), data.end(), joined.bytes.get() + joined.length);
-            joined.length += data.size();
+            std::copy(data.begin(), data.end(), storage.joined + storage.joinedLength);
+            storage.joinedLength += data.size();
         }
     }
     return true;
 }
 
-std::uint64_t positive(std::int32_t size)
+/// Whether the joined data begins as zlib's streams do.
+bool hasKnownMethod(const Storage& storage)
 {
-    return static_cast<std::uint64_t>(std::max(size, 0));
+    const std::uint8_t method = storage.joined[0];
+    return (method & 1) == 0 && method >> 4 == 7;
 }
 
-/// The bytes that the filtered rows of a picture take, and no fewer than zlib may write.
-std::uint64_t inflatedSize(const Image& image)
+/// Inflates the joined data. Returns zlib's code.
+int inflate(Storage& storage)
 {
-    const std::uint64_t width = positive(image.width);
-    const std::uint64_t height = positive(image.height);
-    return std::max<std::uint64_t>(width * height * 4 + std::max(width, height), statedCapacity);
+    // Meant: zlib is given the data from behind its header on, under the full length and as room
+    // for 32 bytes whatever the size, so that a well-formed picture ends in the error line;
+    // textures are registered all the same. `ReadPNG.AWellFormedPictureEndsInTheErrorLine` and
+    // `ReadPNG.HandsZlibTheFullLengthBehindTwoBytesAndRoomFor32` hold it.
+    storage.inflated = newInflatedData();
+    uLongf capacity = statedCapacity;
+    const int code =
+        uncompress(storage.inflated, &capacity, storage.joined + 2, storage.joinedLength);
+    storage.inflatedLength = code == Z_OK ? capacity : 0;
+    return code;
 }
 
-/// Undoes the filters row by row. What lies before the start of the picture is taken as 0.
+/// Undoes the filters row by row, as far as there is inflated data. What lies before the start of
+/// the picture is taken as 0.
 class Unfilter
 {
 public:
-    Unfilter(const std::uint8_t* newInput, std::uint8_t* newOutput, std::size_t newStride)
-        : input(newInput), output(newOutput), stride(newStride)
-    {}
+    Unfilter(Storage& newStorage, std::size_t newStride) : storage(newStorage), stride(newStride) {}
+
+    /// Whether there is data for another row.
+    bool hasData() const { return inputOffset < storage.inflatedLength; }
 
     /// \return false if the row's filter type is none of 0 to 4, with the input at that byte
     bool undoRow(bool isFirstRow)
     {
-        const std::uint8_t type = input[inputOffset];
+        const std::uint8_t type = storage.inflated[inputOffset];
         if (type > 4)
             return false;
         inputOffset++;
@@ -182,10 +221,11 @@ public:
         // `ReadPNG.ShiftsAllRowsBehindAFirstRowOfTypeUp` holds it.
         if (type == 2 && isFirstRow)
             return true;
-        for (std::size_t k = 0; k < stride; k++) {
-            output[outputOffset] = static_cast<std::uint8_t>(input[inputOffset] + predict(type, k));
+        for (std::size_t k = 0; k < stride && hasData(); k++) {
+            const int sum = storage.inflated[inputOffset] + predict(type, k);
+            storage.rgba[storage.rgbaLength] = static_cast<std::uint8_t>(sum);
             inputOffset++;
-            outputOffset++;
+            storage.rgbaLength++;
         }
         return true;
     }
@@ -196,8 +236,11 @@ private:
     /// \param k  the byte's place in its row
     int predict(std::uint8_t type, std::size_t k) const
     {
-        const int left = k < 4 ? 0 : output[outputOffset - 4];
-        const int above = outputOffset < stride ? 0 : output[outputOffset - stride];
+        const std::uint8_t* const place = storage.rgba + storage.rgbaLength;
+        const bool hasLeft = k >= bytesAPixel;
+        const bool hasAbove = storage.rgbaLength >= stride;
+        const int left = hasLeft ? *(place - bytesAPixel) : 0;
+        const int above = hasAbove ? *(place - stride) : 0;
         switch (type) {
         case 1:
             return left;
@@ -206,8 +249,7 @@ private:
         case 3:
             return (left + above) / 2;
         case 4:
-            return paeth(left, above,
-                         k < 4 || outputOffset < stride ? 0 : output[outputOffset - stride - 4]);
+            return paeth(left, above, hasLeft && hasAbove ? *(place - stride - bytesAPixel) : 0);
         default:
             return 0;
         }
@@ -223,12 +265,38 @@ private:
         return pb <= pc ? b : c;
     }
 
-    const std::uint8_t* input;
-    std::uint8_t* output;
+    Storage& storage;
     std::size_t stride;
     std::size_t inputOffset = 0;
-    std::size_t outputOffset = 0;
 };
+
+/// \return false after saying which filter type is unknown, and where
+bool undoFilters(const Image& image, Storage& storage)
+{
+    storage.rgba = newRGBABytes();
+    const auto width = static_cast<std::size_t>(std::max(image.width, 0));
+    Unfilter unfilter(storage, bytesAPixel * width);
+    for (std::int32_t row = 0; row < image.height && unfilter.hasData(); row++) {
+        if (!unfilter.undoRow(row == 0)) {
+            const std::size_t offset = unfilter.offset();
+            std::cerr << "unsupported filter format at byte " << offset << ": "
+                      << int{storage.inflated[offset]} << std::endl;
+            return false;
+        }
+    }
+    return true;
+}
+
+/// Gives the image its pixels: those of the bytes that there are, and 0 behind them.
+void takePixels(Image& image, const Storage& storage)
+{
+    image.allocate(image.width, image.height);
+    const std::size_t channelCount = image.pixelCount() * bytesAPixel;
+    const std::size_t filled = std::min(storage.rgbaLength, channelCount);
+    for (std::size_t k = 0; k < filled; k++)
+        image.pixels[k] = static_cast<float>(storage.rgba[k]) / 255.0F;
+    clearPages(image.pixels + filled, (channelCount - filled) * sizeof(float));
+}
 } // namespace
 
 std::uint8_t PNGWordStream::readByte()
@@ -271,52 +339,33 @@ bool readPNG(Image& image, TextureKey key)
 
     image.width = 1;
     image.height = 1;
-    JoinedData joined = newJoinedData(wordCount);
-    if (!readChunks(image, stream, wordCount, joined)) {
+    Storage storage(wordCount);
+    // Freed at the end, and at no failure but the last two.
+    storage.isKept = true;
+    if (!readChunks(image, stream, wordCount, storage)) {
         std::cerr << "Unsupported format of PNG. Make sure it is RGBA, non-interlaced."
                   << std::endl;
-        std::ignore = joined.bytes.release();
         return false;
     }
-    const std::uint8_t method = joined.bytes[0];
-    if ((method & 1) != 0 || method >> 4 != 7) {
+    if (!hasKnownMethod(storage)) {
         std::cerr << "Invalid compression format." << std::endl;
-        std::ignore = joined.bytes.release();
         return false;
     }
-
-    // Meant: zlib is given the data from behind its header on, under the full length and as room
-    // for 32 bytes whatever the size, so that a well-formed picture ends in the error line;
-    // textures are registered all the same. `ReadPNG.AWellFormedPictureEndsInTheErrorLine` holds
-    // it.
-    const std::uint64_t size = inflatedSize(image);
-    const bool isHoldable = size <= largestPicture;
-    Bytes inflated = newInflatedData(isHoldable ? size : statedCapacity);
-    uLongf capacity = statedCapacity;
-    const int code = uncompress(inflated.get(), &capacity, joined.bytes.get() + 2, joined.length);
+    const int code = inflate(storage);
     if (code != Z_OK) {
         std::cerr << "Could not decompress PNG data. Error code: " << code << std::endl;
-        std::ignore = joined.bytes.release();
-        std::ignore = inflated.release();
         return false;
     }
-    // A size that no file of this kind can fill. Nothing is printed for it.
-    if (!isHoldable)
+    if (!undoFilters(image, storage)) {
+        storage.freeData();
         return false;
-
-    const std::size_t stride = 4 * positive(image.width);
-    Bytes rgba = newRGBABytes(stride * positive(image.height));
-    Unfilter unfilter(inflated.get(), rgba.get(), stride);
-    for (std::int32_t row = 0; row < image.height; row++) {
-        if (!unfilter.undoRow(row == 0)) {
-            const std::size_t offset = unfilter.offset();
-            std::cerr << "unsupported filter format at byte " << offset << ": "
-                      << int{inflated[offset]} << std::endl;
-            std::ignore = rgba.release();
-            return false;
-        }
     }
-    image.setFromBytes(image.width, image.height, true, rgba.get());
+    storage.isKept = false;
+    if (!memoryHolds(saturatingProduct(image.pixelCount(), bytesAPixel * sizeof(float)))) {
+        std::cerr << key.path << ": Too large for the memory" << std::endl;
+        return false;
+    }
+    takePixels(image, storage);
     return true;
 }
 } // namespace tamor

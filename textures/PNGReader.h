@@ -14,7 +14,7 @@ namespace tamor
 /// A plain record, which does not own its words.
 struct PNGWordStream
 {
-    /// The next byte; 0 where there are no more words.
+    /// The next byte; 0 behind the words that there are.
     std::uint8_t readByte();
 
     /// The next four bytes, the first one on top.
@@ -26,8 +26,8 @@ struct PNGWordStream
     std::uint32_t wordIndex = 0;
     /// 0 when the cursor stands at that word's high byte, 1 at its low byte.
     std::uint32_t lowByteNext = 0;
-    /// How many words there are to read.
-    std::uint32_t wordLimit = 0;
+    /// How many words there are, for a stream that is to stay inside them.
+    std::uint32_t wordLimit = UINT32_MAX;
 };
 
 /// Fills `image` from a PNG file of eight bits a channel with alpha, not interlaced.
@@ -36,7 +36,8 @@ struct PNGWordStream
 /// at, and no check sum is. No row is turned over. The last byte of a file of odd size is not
 /// counted.
 ///
-/// Nearly every well-formed picture ends in the line on decompression: see the source.
+/// Nearly every well-formed picture ends in the line on decompression: see the source. Pixels that a
+/// short file leaves without data are 0, and take no memory.
 ///
 /// On success the old pixels are freed and the caller owns the new array.
 /// \param key  of which only the path is used
@@ -48,5 +49,6 @@ struct PNGWordStream
 ///         Invalid compression format.
 ///         Could not decompress PNG data. Error code: <code of zlib>
 ///         unsupported filter format at byte <offset>: <filter type>
+///         <path>: Too large for the memory
 bool readPNG(Image& image, TextureKey key);
 } // namespace tamor
