@@ -6,7 +6,9 @@
 #include <GL/gl.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <iostream>
+#include <memory>
 
 namespace tamor
 {
@@ -15,9 +17,6 @@ std::vector<std::uint16_t> textureRefCounts;
 
 namespace
 {
-// A failed reader's size beyond this is nonsense, and no array is made for it.
-constexpr std::size_t largestFailedPicture = std::size_t{1} << 26; // pixels
-
 /// The counter of a texture. The list grows up to it.
 std::uint16_t& refCount(std::uint32_t id)
 {
@@ -36,43 +35,20 @@ void exchangeTexture(std::uint32_t& id, std::uint32_t newId)
         refCount(id)++;
 }
 
-void storeEntry(const TextureKey& key, std::uint32_t id)
+struct Freeing
 {
-    bool wasFound = false;
-    for (TextureEntry& entry : textureRegistry) {
-        if (entry.key == key) {
-            entry.id = id;
-            wasFound = true;
-        }
-    }
-    if (!wasFound)
-        textureRegistry.push_back({key, id});
-}
+    void operator()(void* memory) const { std::free(memory); }
+};
 
-bool readByName(Image& image, const TextureKey& key)
+/// Uploads an image with the size that a failed reader left and more pixels than it has: all 0, in
+/// memory that is only taken where it is written. What the memory does not hold is not uploaded.
+void uploadUnread(std::uint32_t& id, Image image, const TextureKey& key)
 {
-    if (key.path.find("tga") != std::string::npos)
-        return readTGA(image, key);
-    if (key.path.find("png") != std::string::npos)
-        return readPNG(image, key);
-    std::cerr << key.path << ": Unsupported texture format" << std::endl;
-    return false;
-}
-
-/// A reader that gives up may leave a new size with the pixels of the old one. Gives the image an
-/// array of that size, all 0; or, where the size is nonsense, its old size back.
-void matchPixelsToSize(Image& image, std::int32_t oldWidth, std::int32_t oldHeight)
-{
-    if (image.width == oldWidth && image.height == oldHeight)
-        return;
-    const std::size_t count = image.pixelCount();
-    if (count == 0 || count > largestFailedPicture) {
-        image.width = oldWidth;
-        image.height = oldHeight;
-        return;
-    }
-    image.allocate(image.width, image.height);
-    std::fill_n(image.pixels, count * 4, 0.0F);
+    const std::unique_ptr<void, Freeing> zeros(std::calloc(image.pixelCount(), 4 * sizeof(float)));
+    image.pixels = static_cast<float*>(zeros.get());
+    if (image.pixels == nullptr)
+        image.width = image.height = 0;
+    uploadTexture(id, image, key);
 }
 } // namespace
 
@@ -95,20 +71,23 @@ bool assignTexture(std::uint32_t& id, const TextureKey& key)
     // `AssignTextureGLTest.RegistersAFileThatCannotBeRead` holds it.
     id = 0;
     Image image;
-    loadImage(image, key);
-    uploadTexture(id, image, key);
-    storeEntry(key, id);
+    const std::size_t pixelsHeld = image.pixelCount();
+    if (!loadImage(image, key) && image.pixelCount() > pixelsHeld)
+        uploadUnread(id, image, key);
+    else
+        uploadTexture(id, image, key);
+    textureRegistry.push_back({key, id});
     refCount(id)++;
     return true;
 }
 
 bool loadImage(Image& image, TextureKey key)
 {
-    const std::int32_t oldWidth = image.width;
-    const std::int32_t oldHeight = image.height;
-    if (readByName(image, key))
-        return true;
-    matchPixelsToSize(image, oldWidth, oldHeight);
+    if (key.path.find("tga") != std::string::npos)
+        return readTGA(image, key);
+    if (key.path.find("png") != std::string::npos)
+        return readPNG(image, key);
+    std::cerr << key.path << ": Unsupported texture format" << std::endl;
     return false;
 }
 } // namespace tamor

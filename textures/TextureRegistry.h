@@ -36,9 +36,11 @@ bool assignTexture(std::uint32_t& id, const TextureKey& key);
 /// otherwise one with "png" through `readPNG`.
 ///
 /// The substring decides, not the extension: "tgaskin.png" goes to `readTGA`, and "MAP.TGA" to
-/// none. Where a reader gives up behind the size that the file states, the image keeps that size
-/// with pixels that are all 0, or its old size if no picture is that large. \return whether the
-/// reader succeeded. Any other path prints
+/// none.
+///
+/// `readPNG` may give up behind the size that the file states: then the image has that size and its
+/// old pixels, which may be fewer. Whoever goes on with such an image compares the two first.
+/// \return whether the reader succeeded. Any other path prints
 ///         <path>: Unsupported texture format
 bool loadImage(Image& image, TextureKey key);
 } // namespace tamor

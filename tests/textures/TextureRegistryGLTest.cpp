@@ -1,8 +1,10 @@
 #include "textures/TextureRegistry.h"
 
 #include "tests/support/CapturedErrors.h"
+#include "tests/support/GLRecorder.h"
 #include "tests/support/TemporaryDirectory.h"
 #include "tests/support/TestWindow.h"
+#include "tests/textures/LiveArrays.h"
 
 #include <GL/gl.h>
 #include <gmock/gmock.h>
@@ -225,7 +227,7 @@ TEST_F(AssignTextureGLTest, MakesATextureOfAPNGThatIsRefused)
 
 TEST_F(AssignTextureGLTest, MakesATextureOfAPNGOfImpossibleSize)
 {
-    for (const char* size : {"\x7F\xFF\xFF\xFF", "\xFF\xFF\xFF\xFE", "\0\0\0\0"}) {
+    for (const char* size : {"\x7F\xFF\xFF\xFF", "\xFF\xFF\xFF\xFE"}) {
         std::string bytes = pngWithoutAlpha;
         bytes.replace(16, 4, size, 4);
         bytes.replace(20, 4, size, 4);
@@ -234,7 +236,58 @@ TEST_F(AssignTextureGLTest, MakesATextureOfAPNGOfImpossibleSize)
         for (const std::uint32_t flags : {0, 1, 16, 17}) {
             std::uint32_t id = 0;
             EXPECT_TRUE(assignTexture(id, {name, flags}));
-            EXPECT_EQ(levelSize(id, GL_TEXTURE_WIDTH), 2);
+            EXPECT_NE(id, 0U);
+            EXPECT_EQ(levelSize(id, GL_TEXTURE_WIDTH), 0);
+        }
+    }
+}
+
+/// The header of a PNG without alpha, of these sides.
+std::string refusedPNG(char width, char height)
+{
+    std::string bytes = pngWithoutAlpha;
+    bytes[19] = width;
+    bytes[23] = height;
+    return bytes;
+}
+
+TEST_F(AssignTextureGLTest, UploadsTheSizeThatAFailedReaderLeft)
+{
+    const std::vector<std::pair<char, char>> sizes = {{5, 3}, {1, 9}, {2, 2},
+                                                      {1, 4}, {0, 7}, {7, 0}};
+    for (const auto& [width, height] : sizes) {
+        const std::string name = directory.write("x.png", refusedPNG(width, height));
+        const std::string size = std::to_string(width) + ", " + std::to_string(height);
+        textureRegistry.clear();
+        const test::GLRecorder recorder;
+        for (const std::uint32_t flags : {0, 1, 16, 17}) {
+            std::uint32_t id = 0;
+            EXPECT_TRUE(assignTexture(id, {name, flags}));
+        }
+
+        EXPECT_THAT(recorder.calls({"gluBuild2DMipmaps", "glTexImage2D"}),
+                    testing::ElementsAre("gluBuild2DMipmaps(GL_TEXTURE_2D, GL_RGBA, " + size +
+                                             ", GL_RGBA, GL_UNSIGNED_BYTE, data)",
+                                         "glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA, " + size +
+                                             ", 0, GL_LUMINANCE, GL_UNSIGNED_BYTE, data)",
+                                         "gluBuild2DMipmaps(GL_TEXTURE_2D, GL_RGBA, " + size +
+                                             ", GL_RGBA, GL_FLOAT, data)",
+                                         "glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA, " + size +
+                                             ", 0, GL_RGBA, GL_FLOAT, data)"));
+    }
+}
+
+TEST_F(AssignTextureGLTest, StaysInsideThePixelsOfAFailedReader)
+{
+    const test::GuardedArrays guarded;
+    for (char width = 1; width <= 9; width++) {
+        for (char height = 1; height <= 9; height++) {
+            const std::string name = directory.write("x.png", refusedPNG(width, height));
+            textureRegistry.clear();
+            for (const std::uint32_t flags : {0, 1, 16, 17}) {
+                std::uint32_t id = 0;
+                EXPECT_TRUE(assignTexture(id, {name, flags}));
+            }
         }
     }
 }
@@ -271,19 +324,32 @@ TEST(LoadImage, FillsAnImage)
     EXPECT_FLOAT_EQ(image.pixels[0], 0.6F);
 }
 
-TEST(LoadImage, GivesAFailedReadersSizePixelsThatAreAll0)
+TEST(LoadImage, LeavesAFailedReadersSizeWithThePixelsOfTheImage)
 {
     const test::TemporaryDirectory directory;
-    directory.write("x.png", pngWithoutAlpha);
     const test::CapturedErrors errors;
-    Image image;
+    for (const std::string& size : {std::string("\0\0\0\5\0\0\0\3", 8), std::string(8, '\0'),
+                                    std::string("\x7F\xFF\xFF\xFF\xFF\xFF\xFF\xFE", 8)}) {
+        std::string bytes = pngWithoutAlpha;
+        bytes.replace(16, 8, size);
+        directory.write("x.png", bytes);
+        Image image;
+        const Image copy = image;
+        copy.pixels[15] = 0.25F;
 
-    EXPECT_FALSE(loadImage(image, {"x.png", 0}));
+        EXPECT_FALSE(loadImage(image, {"x.png", 0}));
 
-    EXPECT_EQ(image.width, 5);
-    EXPECT_EQ(image.height, 3);
-    for (std::size_t k = 0; k < 60; k++)
-        EXPECT_EQ(image.pixels[k], 0.0F);
+        const auto side = [&](std::size_t at) {
+            return static_cast<std::int32_t>(static_cast<unsigned char>(size[at]) << 24 |
+                                             static_cast<unsigned char>(size[at + 1]) << 16 |
+                                             static_cast<unsigned char>(size[at + 2]) << 8 |
+                                             static_cast<unsigned char>(size[at + 3]));
+        };
+        EXPECT_EQ(image.width, side(0));
+        EXPECT_EQ(image.height, side(4));
+        EXPECT_EQ(image.pixels, copy.pixels);
+        EXPECT_EQ(image.pixels[15], 0.25F);
+    }
 }
 } // namespace
 } // namespace tamor
