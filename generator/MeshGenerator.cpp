@@ -1,8 +1,7 @@
 #include "generator/MeshGenerator.h"
 
+#include "maths/Memory.h"
 #include "textures/TextureRegistry.h"
-
-#include <sys/mman.h>
 
 #include <algorithm>
 #include <array>
@@ -20,19 +19,23 @@ constexpr std::int32_t fileBlurRadius = 4;
 /// Draws a face without a texture.
 constexpr std::int32_t noMaterial = -1;
 
-/// Gives `array` room for `count` entries, in large pages as far as the system has them: touching a
-/// large mesh a small page at a time took three quarters of the whole time of making it.
+/// Gives `array` room for `count` entries, in large pages as far as the system has them.
 template <typename Entry>
 void reserveLargePages(std::vector<Entry>& array, std::size_t count)
 {
-    constexpr std::size_t largePage = std::size_t{2} << 20;
     array.reserve(count);
-    const std::size_t size = count * sizeof(Entry);
-    const std::size_t before = -reinterpret_cast<std::uintptr_t>(array.data()) % largePage;
-    // A hint, which may fail and changes nothing but the time.
-    if (size >= before + largePage)
-        madvise(reinterpret_cast<char*>(array.data()) + before,
-                (size - before) / largePage * largePage, MADV_HUGEPAGE);
+    useLargePages(array.data(), count * sizeof(Entry));
+}
+
+/// Whether there is room for a mesh of `rows` x `columns` points, and for what it is made of.
+bool holdsMesh(std::int64_t rows, std::int64_t columns)
+{
+    constexpr std::uint64_t bytesAPoint =
+        sizeof(Vertex) + sizeof(Vector) + 2 * sizeof(Face) + sizeof(float[4]);
+    const auto positive = [](std::int64_t count) {
+        return static_cast<std::uint64_t>(std::max<std::int64_t>(count, 0));
+    };
+    return memoryHolds(saturatingProduct(positive(rows) * positive(columns), bytesAPoint));
 }
 
 /// The numbers of a cell's corners: the digits are its row and column steps.
@@ -182,7 +185,7 @@ TerrainMesh fractalTerrain(std::int32_t divisions, float roughness, float decay,
                            float scaleY, float scaleZ)
 {
     TerrainMesh mesh;
-    if (divisions < 0)
+    if (divisions < 0 || !holdsMesh(std::int64_t{divisions} + 1, std::int64_t{divisions} + 1))
         return mesh;
 
     const auto size = static_cast<float>(divisions) + 1.0F;
@@ -208,7 +211,7 @@ TerrainMesh fractalTerrain(std::int32_t divisions, float roughness, float decay,
     return mesh;
 }
 
-TerrainMesh imageTerrain(const Image& image, float scaleX, float scaleY, float scaleZ)
+TerrainMesh imageTerrain(Image image, float scaleX, float scaleY, float scaleZ)
 {
     TerrainMesh mesh;
     const std::size_t count = image.pixelCount();
@@ -261,7 +264,12 @@ bool isIndexOf(std::int32_t index, std::size_t size)
 TerrainMesh fileTerrain(const std::string& file, float scaleX, float scaleY, float scaleZ)
 {
     Image image;
-    loadImage(image, {file, 0});
+    const std::size_t pixelsHeld = image.pixelCount();
+    // A reader that gives up may leave a size that the pixels do not fill.
+    if (!loadImage(image, {file, 0}) && image.pixelCount() > pixelsHeld)
+        return {};
+    if (!holdsMesh(image.width, image.height))
+        return {};
     image.blur(fileBlurRadius);
     return consume(image, scaleX, scaleY, scaleZ);
 }
@@ -270,6 +278,8 @@ TerrainMesh noiseTerrain(std::int32_t size, std::int32_t octaves, float frequenc
                          float frequencyFactor, float amplitudeFactor, float scaleX, float scaleY,
                          float scaleZ)
 {
+    if (!holdsMesh(size, size))
+        return {};
     Image image;
     image.clear(size, size);
     image.perlin(octaves, frequency, amplitude, frequencyFactor, amplitudeFactor);

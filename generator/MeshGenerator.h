@@ -24,7 +24,7 @@ namespace tamor
 ///
 /// Points are numbered row by row. Rows follow x and columns z, both centred on the origin. The
 /// faces of a cell look up, along y. Of a vertex only x, y and z of the position are set, of a face
-/// only `vertex` and `normalIndex`.
+/// only `vertex` and `normalIndex`. A mesh that the memory does not hold is empty.
 struct TerrainMesh
 {
     std::vector<Vertex> vertices;
@@ -50,11 +50,11 @@ TerrainMesh fractalTerrain(std::int32_t divisions, float roughness, float decay,
 /// Meant for square images. For another one a point's number is image.width x row + column all the
 /// same, so that the picture shears; points past the end of the arrays are left out, and points
 /// that no number reaches stay at the origin.
-TerrainMesh imageTerrain(const Image& image, float scaleX, float scaleY, float scaleZ);
+TerrainMesh imageTerrain(Image image, float scaleX, float scaleY, float scaleZ);
 
 /// The same from an image file, blurred with a radius of 4. What a failing reader prints is all
 /// that is printed, and the terrain is that of whatever image it leaves: a new one has 2 by 2
-/// pixels.
+/// pixels. Where it leaves a size without the pixels, the mesh is empty.
 TerrainMesh fileTerrain(const std::string& file, float scaleX, float scaleY, float scaleZ);
 
 /// The same from `Image::perlin` on a black image of `size` x `size` pixels.

@@ -1,6 +1,7 @@
 #include "generator/MeshGenerator.h"
 #include "tests/support/CapturedErrors.h"
 #include "tests/support/TemporaryDirectory.h"
+#include "tests/textures/LiveArrays.h"
 
 #include <gtest/gtest.h>
 
@@ -518,6 +519,84 @@ TEST(PutIntoModel, MakesNormalsComputableThatLookUp)
 
     for (const Vertex& vertex : model.vertices)
         EXPECT_FLOAT_EQ(vertex.normal.y, 1.0F);
+}
+
+TEST(FileTerrain, OfASizeWithoutPixelsIsEmpty)
+{
+    const TemporaryDirectory directory;
+    const CapturedErrors errors;
+    // A header of red, green and blue alone, which is refused behind its size.
+    std::string png("\x89PNG\r\n\x1A\n\0\0\0\15IHDR\0\0\0\5\0\0\0\3\10\2\0\0\0crc?x", 34);
+    for (const char* side : {"\0\0\0\5", "\0\0\x7F\xFF", "\x7F\xFF\xFF\xFF"}) {
+        png.replace(16, 4, side, 4);
+        directory.write("map.png", png);
+
+        const TerrainMesh mesh = fileTerrain("map.png", 1.0F, 1.0F, 1.0F);
+
+        EXPECT_TRUE(mesh.vertices.empty());
+        EXPECT_TRUE(mesh.faces.empty());
+        EXPECT_EQ(MeshGenerator::generateFromFile("map.png", 1.0F, 1.0F, 1.0F), nullptr);
+    }
+}
+
+TEST(FileTerrain, OfAFailedPictureOfNoPixelsIsEmpty)
+{
+    const TemporaryDirectory directory;
+    const CapturedErrors errors;
+    directory.write("map.png", std::string("\x89PNG\r\n\x1A\n\0\0\0\15IHDR\0\0\0\0\0\0\0\3\10\2\0\0"
+                                           "\0crc?x",
+                                           34));
+
+    EXPECT_TRUE(fileTerrain("map.png", 1.0F, 1.0F, 1.0F).vertices.empty());
+}
+
+TEST(FractalTerrain, ThatTheMemoryDoesNotHoldIsEmpty)
+{
+    constexpr std::int32_t largest = std::numeric_limits<std::int32_t>::max();
+    for (const std::int32_t divisions : {largest, largest - 1, 1 << 30}) {
+        const TerrainMesh mesh = fractalTerrain(divisions, 1.0F, 0.5F, 1.0F, 1.0F, 1.0F);
+
+        EXPECT_TRUE(mesh.vertices.empty());
+        EXPECT_TRUE(mesh.faces.empty());
+        EXPECT_EQ(MeshGenerator::generateFractal(divisions, 1.0F, 0.5F, 1.0F, 1.0F, 1.0F), nullptr);
+    }
+}
+
+TEST(NoiseTerrain, ThatTheMemoryDoesNotHoldIsEmpty)
+{
+    constexpr std::int32_t largest = std::numeric_limits<std::int32_t>::max();
+
+    EXPECT_TRUE(
+        noiseTerrain(largest, 1, 0.5F, 1.0F, 0.5F, 0.5F, 1.0F, 1.0F, 1.0F).vertices.empty());
+}
+
+TEST(MeshGenerator, LetsGoOfItsImages)
+{
+    const TemporaryDirectory directory;
+    directory.write("map.tga", greyTGA(2, {0, 0, 0, 1}));
+
+    // Of each image four pixels are left; the reader leaves the bytes that it unpacked besides, 24
+    // and as many for a packet more.
+    int arrays = test::liveArrays();
+    std::size_t bytes = test::liveArrayBytes();
+    MeshGenerator::generateFromNoise(64, 1, 0.5F, 1.0F, 0.5F, 0.5F, 1.0F, 1.0F, 1.0F);
+    EXPECT_EQ(test::liveArrays(), arrays + 1);
+    EXPECT_LT(test::liveArrayBytes(), bytes + 128);
+
+    arrays = test::liveArrays();
+    bytes = test::liveArrayBytes();
+    MeshGenerator::generateFromFile("map.tga", 1.0F, 1.0F, 1.0F);
+    EXPECT_EQ(test::liveArrays(), arrays + 2);
+    EXPECT_LT(test::liveArrayBytes(), bytes + 600);
+}
+
+TEST(MeshGenerator, ReadsTheFileThatItIsGiven)
+{
+    const CapturedErrors errors;
+
+    EXPECT_EQ(MeshGenerator::generateFromFile("no such picture", 1.0F, 1.0F, 1.0F), nullptr);
+
+    EXPECT_EQ(errors.text(), "no such picture: Unsupported texture format\n");
 }
 
 TEST(MeshGenerator, LeavesNothingBehind)
