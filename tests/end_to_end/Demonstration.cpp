@@ -198,6 +198,12 @@ void Demonstration::click(Place place)
     letGo();
 }
 
+void Demonstration::turnWheel(bool awayFromTheUser)
+{
+    send({"click", awayFromTheUser ? "4" : "5"});
+    waitForFrames();
+}
+
 void Demonstration::drag(Place from, Place to, int steps)
 {
     moveTo(from);

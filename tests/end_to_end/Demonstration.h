@@ -83,6 +83,9 @@ public:
     void letGo();
     void click(Place place);
 
+    /// Turns the wheel by one notch.
+    void turnWheel(bool awayFromTheUser);
+
     /// Presses, moves in `steps` equal steps and lets go.
     void drag(Place from, Place to, int steps = 8);
 

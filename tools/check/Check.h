@@ -71,4 +71,8 @@ struct DirectoryFindings
 /// other.
 /// \return nothing if the directory cannot be read
 std::optional<DirectoryFindings> checkDirectory(const std::string& path);
+
+/// Checks one file of a working directory, the files there that it names, and what these name.
+/// \return nothing if the file cannot be read
+std::optional<DirectoryFindings> checkFileOfDirectory(const std::string& path, FileKind kind);
 } // namespace tamor::check

@@ -28,6 +28,7 @@ public:
     explicit DirectoryCheck(fs::path newDirectory) : directory(std::move(newDirectory)) {}
 
     bool readFiles();
+    bool readFile(const std::string& path, FileKind kind);
     DirectoryFindings run();
 
 private:
@@ -64,6 +65,12 @@ bool DirectoryCheck::readFiles()
             addFile(name, *kind);
     }
     return !error;
+}
+
+bool DirectoryCheck::readFile(const std::string& path, FileKind kind)
+{
+    addFile(path, kind);
+    return files.contains(path);
 }
 
 void DirectoryCheck::addFile(const std::string& path, FileKind kind)
@@ -247,6 +254,15 @@ std::optional<DirectoryFindings> checkDirectory(const std::string& path)
 {
     DirectoryCheck directory(path);
     if (!directory.readFiles())
+        return std::nullopt;
+    return directory.run();
+}
+
+std::optional<DirectoryFindings> checkFileOfDirectory(const std::string& path, FileKind kind)
+{
+    const fs::path whole(path);
+    DirectoryCheck directory(whole.parent_path());
+    if (!directory.readFile(whole.filename().string(), kind))
         return std::nullopt;
     return directory.run();
 }

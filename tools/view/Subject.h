@@ -3,9 +3,11 @@
 #pragma once
 
 #include "kernel/Event.h"
+#include "tools/check/Check.h"
 
 #include <cstdint>
 #include <filesystem>
+#include <optional>
 #include <set>
 #include <string>
 
@@ -22,6 +24,12 @@ public:
 
     /// Whether there is a file to read.
     virtual bool isThere() const = 0;
+
+    /// What the checker is to take the file for; nothing for a shape without a file.
+    virtual std::optional<check::FileKind> kind() const = 0;
+
+    /// Whether a file with errors is shown all the same.
+    virtual bool isShownWithErrors() const { return false; }
 
     /// Reads the file, or reads it anew and goes on showing the place and the moment that are
     /// shown.
@@ -44,4 +52,7 @@ public:
     /// Adds what is to be seen above the drawing.
     virtual void decorate(Overlay& overlay) = 0;
 };
+
+/// \return how many steps the keys of this frame zoom in: "+", or "=" without Shift, and "-"
+int zoomOf(const KeyboardState& keys);
 } // namespace tamor::view

@@ -24,7 +24,8 @@ Viewer::Viewer(const ObjectRef<Kernel>& kernel, const ObjectRef<Wheel>& newWheel
     : EventCatcher(ObjectRef<EventCatcher>()),
       wheel(newWheel),
       subject(std::move(newSubject)),
-      request(std::move(newRequest))
+      request(std::move(newRequest)),
+      findings(request.shownName)
 {
     const std::int32_t classes = 1 << CLASS_GRAPHICS | 1 << CLASS_UPDATE | 1 << CLASS_RENDER |
                                  1 << CLASS_MOUSE | 1 << CLASS_KEYBOARD;
@@ -63,18 +64,18 @@ bool Viewer::start()
 
 bool Viewer::readSubject(const std::set<std::string>& changed)
 {
-    // What is not there the engine's readers wait for, or take for empty.
-    if (!subject->isThere()) {
-        std::cerr << "tamor-view: " << request.shownName << ": no such file" << std::endl;
+    const auto before = std::chrono::steady_clock::now();
+    awaited.insert(changed.begin(), changed.end());
+    if (!checkSubject()) {
         watchFiles();
         return false;
     }
-    const auto before = std::chrono::steady_clock::now();
     std::string words;
     {
         const ReadingLimit limit(request.shownName);
-        words = subject->read(changed);
+        words = subject->read(awaited);
     }
+    awaited.clear();
     const auto time = std::chrono::duration_cast<std::chrono::milliseconds>(
         std::chrono::steady_clock::now() - before);
     std::cout << request.shownName << ": read in " << time.count() << " ms: " << words << std::endl;
@@ -82,10 +83,33 @@ bool Viewer::readSubject(const std::set<std::string>& changed)
     return true;
 }
 
+/// What is not there the engine's readers wait for, or take for empty; what has errors may keep
+/// them for ever.
+/// \return whether the file can be read
+bool Viewer::checkSubject()
+{
+    isMissing = !subject->isThere();
+    if (isMissing) {
+        std::cout << request.shownName << ": no such file" << std::endl;
+        return false;
+    }
+    const std::optional<check::FileKind> kind = subject->kind();
+    isHeldBack = false;
+    if (!kind)
+        return true;
+    findings.check(request.file, *kind);
+    findings.print();
+    isHeldBack = findings.hasErrors() && !subject->isShownWithErrors();
+    return !isHeldBack;
+}
+
 void Viewer::watchFiles()
 {
-    if (request.reloads)
-        watcher.watch(subject->files());
+    if (!request.reloads)
+        return;
+    std::set<std::filesystem::path> files = subject->files();
+    files.merge(findings.files());
+    watcher.watch(files);
 }
 
 bool Viewer::takeKeys(const KeyboardState& keys)
@@ -111,11 +135,17 @@ bool Viewer::draw()
 {
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
     subject->draw();
-    overlay.clear();
-    subject->decorate(overlay);
-    overlay.draw();
-    if (request.screenshot.empty())
+    if (request.screenshot.empty()) {
+        overlay.clear();
+        subject->decorate(overlay);
+        if (isMissing)
+            overlay.addWindow(request.shownName, {{"no such file", Ink::ERROR}},
+                              Corner::BOTTOM_LEFT);
+        else if (isHeldBack)
+            findings.decorate(overlay);
+        overlay.draw();
         return true;
+    }
     if (failed)
         return false;
 

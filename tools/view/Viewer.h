@@ -3,6 +3,7 @@
 #pragma once
 
 #include "tools/view/FileWatcher.h"
+#include "tools/view/Findings.h"
 #include "tools/view/Overlay.h"
 #include "tools/view/Subject.h"
 #include "tools/view/Window.h"
@@ -41,6 +42,7 @@ public:
 private:
     bool start();
     bool readSubject(const std::set<std::string>& changed);
+    bool checkSubject();
     void watchFiles();
     bool takeKeys(const KeyboardState& keys);
     void update(std::int32_t milliseconds);
@@ -50,7 +52,11 @@ private:
     std::unique_ptr<Subject> subject;
     ViewRequest request;
     FileWatcher watcher;
+    Findings findings;
+    bool isMissing = false;
+    bool isHeldBack = false; ///< the file has errors, and what is shown is older
     Overlay overlay;
+    std::set<std::string> awaited; ///< files that have changed since the last reading
     bool failed = false;
 };
 } // namespace tamor::view

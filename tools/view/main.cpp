@@ -2,7 +2,9 @@
 /// Shows what is written for the engine while it is being written: `tamor-view FILE`.
 #include "platform/SDLInput.h"
 #include "tools/CommandLine.h"
-#include "tools/view/Layout.h"
+#include "tools/view/LayoutView.h"
+#include "tools/view/ModelView.h"
+#include "tools/view/PictureView.h"
 #include "tools/view/Viewer.h"
 #include "tools/view/VirtualDisplay.h"
 #include "tools/view/Window.h"
@@ -33,10 +35,14 @@ constexpr const char* usage = "usage: tamor-view [--size WIDTHxHEIGHT] [--no-rel
                               "[--screenshot FILE.png] FILE\n";
 
 constexpr const char* keys = R"(
-FILE is a layout (.gui), which is read again whenever it or a file that it names changes.
+FILE is a layout (.gui), a model (.ms3d, or the words teapot and cube) or a picture (.tga, .png).
+It is read again whenever it or a file that it names changes.
 
-Keys: F1 inspector (a click prints the widget's line), F2 outlines, F3 grid, F5 read again,
-Escape ends.
+Keys of all:  F1 what is told, F5 read again, Escape ends
+Layouts:      F1 inspector (a click prints the widget's line), F2 outlines, F3 grid
+Models:       drag turns, wheel + - zoom, space plays and pauses, comma and full stop step,
+              w wireframe, b bones, n normals
+Pictures:     wheel + - zoom, 0 fits, drag moves, r g b a one channel, c all
 )";
 
 struct Size
@@ -72,9 +78,24 @@ void enterDirectoryOf(ViewRequest& request)
         std::filesystem::current_path(path.parent_path(), ignored);
 }
 
+/// What a name's ending says; all else is a layout.
+std::unique_ptr<Subject> makeSubject(const ViewRequest& request)
+{
+    const std::string& file = request.file;
+    if (file.ends_with(".ms3d") || request.shownName == "teapot" || request.shownName == "cube")
+        return std::make_unique<ModelView>(file);
+    if (file.ends_with(".tga") || file.ends_with(".png"))
+        return std::make_unique<PictureView>(file);
+    return std::make_unique<LayoutView>(file, request.shownName);
+}
+
 int show(ViewRequest request, const Size& size)
 {
-    auto subject = std::make_unique<Layout>(request.file, request.shownName);
+    std::unique_ptr<Subject> subject = makeSubject(request);
+    if (!subject->isThere()) {
+        std::cerr << "tamor-view: " << request.shownName << ": no such file\n";
+        return EXIT_FAILURE;
+    }
     const ObjectRef<Kernel> kernel = new Kernel;
     const ObjectRef<Wheel> wheel = new Wheel(kernel);
     const ObjectRef<EventCatcher> input = new SDLInput(kernel, false);

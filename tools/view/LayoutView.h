@@ -3,24 +3,23 @@
 #pragma once
 
 #include "tools/view/Inspector.h"
-#include "tools/view/LayoutLines.h"
 #include "tools/view/Subject.h"
 
 #include <cstddef>
 #include <string>
-#include <vector>
 
 namespace tamor::view
 {
 /// The widgets of a layout. They are the GUI that the engine sees, and may be used as in a program.
-class Layout : public Subject
+class LayoutView : public Subject
 {
 public:
     /// \param newFile       its name in the working directory
     /// \param newShownName  what it is called where a line of it is told
-    Layout(std::string newFile, std::string newShownName);
+    LayoutView(std::string newFile, std::string newShownName);
 
     bool isThere() const override;
+    std::optional<check::FileKind> kind() const override { return check::FileKind::layout; }
     /// Builds the layout in a GUI that has read nothing, with the state of the widgets as it was.
     std::string read(const std::set<std::string>& changed) override;
     std::set<std::filesystem::path> files() const override;
@@ -38,7 +37,6 @@ private:
 
     std::string file;
     Inspector inspector;
-    std::vector<LayoutStatement> statements;
     bool hasPointer = false;
     Vector pointerPlace; ///< in pixels
     // What earlier readings have left in memory, since the engine takes nothing back.

@@ -1,8 +1,9 @@
-#include "tools/view/Layout.h"
+#include "tools/view/LayoutView.h"
 
 #include "textures/TextureRegistry.h"
 #include "tools/view/GuiSpace.h"
 #include "tools/view/KeptState.h"
+#include "tools/view/LayoutLines.h"
 #include "tools/view/WidgetTree.h"
 
 #include <GL/gl.h>
@@ -23,16 +24,16 @@ std::string counted(std::size_t count, const std::string& noun)
 }
 } // namespace
 
-Layout::Layout(std::string newFile, std::string newShownName)
+LayoutView::LayoutView(std::string newFile, std::string newShownName)
     : file(std::move(newFile)), inspector(std::move(newShownName))
 {}
 
-bool Layout::isThere() const
+bool LayoutView::isThere() const
 {
     return std::filesystem::is_regular_file(file) && std::ifstream(file).is_open();
 }
 
-std::string Layout::read(const std::set<std::string>& changed)
+std::string LayoutView::read(const std::set<std::string>& changed)
 {
     KeptState kept;
     kept.capture();
@@ -46,8 +47,7 @@ std::string Layout::read(const std::set<std::string>& changed)
     // The pointer may stand on a widget, which is to know.
     if (hasPointer)
         GLWidget::mouseMoved(pointerPlace);
-    statements = readStatements(file);
-    inspector.setLines(linesOfWidgets(statements));
+    inspector.setLines(linesOfWidgets(readStatements(file)));
 
     std::string words = counted(allWidgets().size(), "widget");
     if (++readings > 1)
@@ -56,7 +56,7 @@ std::string Layout::read(const std::set<std::string>& changed)
     return words;
 }
 
-void Layout::leaveEarlierReading()
+void LayoutView::leaveEarlierReading()
 {
     leftWidgets += allWidgets().size();
     leftThemes += GLWidget::themes.size();
@@ -64,15 +64,17 @@ void Layout::leaveEarlierReading()
     fresh.exchange();
 }
 
-std::set<std::filesystem::path> Layout::files() const
+std::set<std::filesystem::path> LayoutView::files() const
 {
     std::set<std::filesystem::path> result{file, "default.theme"};
-    for (const LayoutStatement& statement : statements) {
-        if (statement.word != "CONF" || statement.fields[0].empty())
+    // The file may be newer than what is shown.
+    for (const LayoutStatement& statement : readStatements(file)) {
+        const bool namesAFile = statement.word == "CONF" || statement.word == "THEM";
+        if (!namesAFile || statement.fields[0].empty())
             continue;
         result.insert(statement.fields[0]);
         std::string font;
-        if (std::ifstream(statement.fields[0]) >> font)
+        if (statement.word == "CONF" && std::ifstream(statement.fields[0]) >> font)
             result.insert(font);
     }
     for (const auto& [key, theme] : GLWidget::themes) {
@@ -85,13 +87,13 @@ std::set<std::filesystem::path> Layout::files() const
     return result;
 }
 
-void Layout::takeKeys(const KeyboardState& keys)
+void LayoutView::takeKeys(const KeyboardState& keys)
 {
     inspector.takeKeys(keys);
     GLWidget::keysChanged(keys.pressed.data());
 }
 
-void Layout::takePointer(const MouseState& pointer)
+void LayoutView::takePointer(const MouseState& pointer)
 {
     inspector.takePointer(pointer);
     hasPointer = true;
@@ -101,19 +103,19 @@ void Layout::takePointer(const MouseState& pointer)
         GLWidget::mouseButtons(pointer.left != 0, pointer.middle != 0, pointer.right != 0);
 }
 
-void Layout::update(std::int32_t milliseconds)
+void LayoutView::update(std::int32_t milliseconds)
 {
     GLWidget::updateAll(milliseconds);
 }
 
-void Layout::settle()
+void LayoutView::settle()
 {
     // A step that overshoots is put right by the next one.
     for (int i = 0; i < 3; i++)
         GLWidget::updateAll(aLongTime);
 }
 
-void Layout::draw()
+void LayoutView::draw()
 {
     if (GLWidget::topLevel.empty())
         return;
@@ -122,7 +124,7 @@ void Layout::draw()
     GLWidget::renderAll();
 }
 
-void Layout::decorate(Overlay& overlay)
+void LayoutView::decorate(Overlay& overlay)
 {
     inspector.decorate(overlay);
 }
