@@ -6,7 +6,6 @@
 #include "tests/support/CapturedErrors.h"
 #include "tests/support/TemporaryDirectory.h"
 #include "tests/support/TestWindow.h"
-#include "textures/TextureRegistry.h"
 
 #include <GL/gl.h>
 
@@ -91,7 +90,6 @@ protected:
     void SetUp() override
     {
         WindowTest::SetUp();
-        textureRegistry.clear(); // what another test's window had is gone with it
         std::filesystem::copy(TAMOR_DATA, ".");
     }
 
@@ -109,20 +107,6 @@ protected:
         GLWidget::messageResult = 0;
     }
 
-    /// Whether the listing NAME.gui looks as NAME.png in the manual does, in each of these states.
-    static testing::AssertionResult looksAsInTheManual(const std::string& name, const Area& area,
-                                                       const std::vector<State>& states)
-    {
-        Picture strip;
-        for (const State& state : states) {
-            load(name);
-            state();
-            append(strip, draw(area));
-        }
-        return matchesGolden(strip, TAMOR_DOCS "widgets/" + name + ".png");
-    }
-
-private:
     /// Builds the listing as the whole of a layout would.
     static void load(const std::string& name)
     {
@@ -138,7 +122,7 @@ private:
 
     static Picture draw(const Area& area)
     {
-        glClearColor(0.27F, 0.30F, 0.33F, 1.0F);
+        glClearColor(0.2706F, 0.302F, 0.3294F, 1.0F);
         glClear(GL_COLOR_BUFFER_BIT);
         glMatrixMode(GL_MODELVIEW);
         glLoadIdentity();
@@ -147,6 +131,20 @@ private:
                                pixels(area.right - area.left), pixels(area.top - area.bottom));
     }
 
+    /// Whether the listing NAME.gui looks as NAME.png in the manual does, in each of these states.
+    static testing::AssertionResult looksAsInTheManual(const std::string& name, const Area& area,
+                                                       const std::vector<State>& states)
+    {
+        Picture strip;
+        for (const State& state : states) {
+            load(name);
+            state();
+            append(strip, draw(area));
+        }
+        return matchesGolden(strip, TAMOR_DOCS "widgets/" + name + ".png");
+    }
+
+private:
     TemporaryDirectory directory;
 };
 
@@ -314,6 +312,33 @@ TEST_F(WidgetsPageGLTest, MessageBoxWithOneButtonAndWithThree)
     };
 
     EXPECT_TRUE(looksAsInTheManual("message", {-0.45F, -0.25F, 0.45F, 0.25F}, {okay, three}));
+}
+
+TEST_F(WidgetsPageGLTest, IconsOfAPictureThatCannotBeReadAreNotSeen)
+{
+    std::filesystem::remove("gui.tga");
+
+    load("check");
+    const Picture icon = draw({0.0F, 0.0F, 0.08F, 0.08F});
+
+    const Pixel background{69, 77, 84};
+    EXPECT_EQ(icon.at(0, 0), background);
+    EXPECT_EQ(icon.at(3, 12), background);
+    EXPECT_EQ(icon.at(12, 3), background);
+    EXPECT_EQ(icon.at(12, 12), background);
+}
+
+TEST_F(WidgetsPageGLTest, ThemesOfPartsAreSoughtInTheWorkingDirectory)
+{
+    const CapturedErrors echo;
+    std::filesystem::create_directory("elsewhere");
+    std::ofstream("elsewhere/page.gui") << "THEM default.theme -\nCADD Combo c NULL 0 0\n"
+                                        << "CADD TWin t NULL 0 0\nNTAB t 0 Tab\nSOLID\n";
+
+    GLWidget::loadLayout("elsewhere/page.gui");
+
+    EXPECT_EQ(GLWidget::themes["combo_button.theme"]->bodyColour.x, 0.85F);
+    EXPECT_EQ(GLWidget::themes["tabwin_button.theme"]->litBrightness, 1.5F);
 }
 
 TEST_F(WidgetsPageGLTest, GaugeOfAHost)
