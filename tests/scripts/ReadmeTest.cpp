@@ -78,7 +78,7 @@ TEST(TheManual, SaysWhereTheBuiltProgramsLie)
     EXPECT_GT(programs.size(), 3U);
     for (const std::string& program : programs) {
         const std::string below = program.substr(std::string("build/release/").size());
-        EXPECT_TRUE(std::filesystem::is_regular_file(TAMOR_BINARIES "/" + below)) << program;
+        EXPECT_TRUE(std::filesystem::exists(TAMOR_BINARIES "/" + below)) << program;
     }
 }
 } // namespace
