@@ -1,7 +1,7 @@
 #include "gui/Theme.h"
 
+#include "gui/FileFields.h"
 #include "gui/LineFormat.h"
-#include "gui/TextFields.h"
 #include "textures/TextureRegistry.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 #include "gui/WidgetKinds.h"
 
-#include "gui/TextFields.h"
+#include "gui/FileFields.h"
 #include "widgets/Button.h"
 #include "widgets/Checkbox.h"
 #include "widgets/Combobox.h"

@@ -24,8 +24,7 @@ using GLWidgetAddChild = GuiTest;
 using GLWidgetFitChildren = GuiTest;
 using GLWidgetDrawingGLTest = GuiGLTest;
 
-// --- The registry
-// ---------------------------------------------------------------------------------
+// --- The registry --------------------------------------------------------------------------------
 
 TEST_F(GLWidgetFind, GivesNullForTheEmptyNameAndAddsAnEntryForIt)
 {
@@ -61,8 +60,7 @@ TEST_F(GLWidgetFind, StillGivesADeletedWidgetsPlaceUntilSomebodyClearsIt)
     EXPECT_EQ(GLWidget::widgets.begin()->second, widget);
 }
 
-// --- Construction
-// ---------------------------------------------------------------------------------
+// --- Construction --------------------------------------------------------------------------------
 
 TEST_F(GLWidgetConstruction, LeavesEveryFieldIdle)
 {
@@ -133,8 +131,7 @@ TEST_F(GLWidgetConstructionGLTest, SetsScaleViewportAndMessageResult)
     EXPECT_THAT(GLWidget::viewport, ElementsAre(3, 5, 640, 480));
 }
 
-// --- What the base class does
-// ---------------------------------------------------------------------
+// --- What the base class does --------------------------------------------------------------------
 
 TEST_F(GLWidgetBase, AppendsTextToItsLines)
 {
@@ -261,8 +258,7 @@ TEST_F(GLWidgetBase, BecomesLitAtOnce)
     EXPECT_EQ(widget.glow, 1.0F);
 }
 
-// --- Hit test
-// -------------------------------------------------------------------------------------
+// --- Hit test ------------------------------------------------------------------------------------
 
 struct HitCase
 {
@@ -295,8 +291,7 @@ INSTANTIATE_TEST_SUITE_P(Places, GLWidgetHitTestAt,
                                          HitCase{"Above", 0.5F, 1.0F, false}),
                          [](const auto& test) { return test.param.name; });
 
-// --- Animation
-// ------------------------------------------------------------------------------------
+// --- Animation -----------------------------------------------------------------------------------
 
 TEST_F(GLWidgetUpdate, SumsTheMilliseconds)
 {
@@ -406,8 +401,7 @@ TEST_F(GLWidgetUpdate, BrightnessGoesFromDimToLitWithTheGlow)
     EXPECT_EQ(widget.brightness(), 2.0F);
 }
 
-// --- The tree
-// -------------------------------------------------------------------------------------
+// --- The tree ------------------------------------------------------------------------------------
 
 TEST_F(GLWidgetAddChild, AppendsInOrderAndAsksNothingOfPlainChildren)
 {
@@ -563,8 +557,7 @@ TEST_F(GLWidgetFitChildren, FitsTheChildrenFirst)
     EXPECT_EQ(parent.dimensions.x, 0.875F);
 }
 
-// --- Drawing
-// --------------------------------------------------------------------------------------
+// --- Drawing -------------------------------------------------------------------------------------
 
 TEST_F(GLWidgetDrawingGLTest, PlateIsARectangleWithoutTwoCorners)
 {

@@ -18,8 +18,7 @@ using OptionboxState = WidgetTest;
 using OptionboxGroup = WidgetTest;
 using OptionboxDrawingGLTest = WidgetGLTest;
 
-// --- Checkbox
-// -------------------------------------------------------------------------------------
+// --- Checkbox ------------------------------------------------------------------------------------
 
 TEST_F(CheckboxSize, HoldsTheIconAndTheCaptionWithABlank)
 {
@@ -195,8 +194,7 @@ TEST_F(CheckboxDrawingGLTest, FadesTheMarkInAndOut)
     }
 }
 
-// --- Optionbox
-// ------------------------------------------------------------------------------------
+// --- Optionbox -----------------------------------------------------------------------------------
 
 TEST_F(OptionboxState, IsTickedByAPressAndNotUntickedByAnother)
 {

@@ -109,8 +109,7 @@ TEST_F(TextboxBuild, StaysInsideItsStorageWithColumnsThatMakeNoSense)
     EXPECT_EQ(wide.dimensions.x, 32.0625F) << "a text is measured up to 511 characters";
 }
 
-// --- Focus
-// ----------------------------------------------------------------------------------------
+// --- Focus ---------------------------------------------------------------------------------------
 
 TEST_F(TextboxFocus, IsTakenByAPressOverTheBox)
 {
@@ -219,8 +218,7 @@ TEST_F(TextboxFocus, DropsWhatIsTypedWithoutIt)
     EXPECT_EQ(content(), "ab|cd") << "and nothing of it comes later";
 }
 
-// --- Keys
-// -----------------------------------------------------------------------------------------
+// --- Keys ----------------------------------------------------------------------------------------
 
 struct KeyRow
 {
@@ -287,8 +285,7 @@ TEST_F(TextboxKeys, CountOnceAFrame)
     EXPECT_EQ(content(), "ab|");
 }
 
-// --- Up
-// -------------------------------------------------------------------------------------------
+// --- Up ------------------------------------------------------------------------------------------
 
 struct RowMove
 {
@@ -352,8 +349,7 @@ TEST_F(TextboxUp, GoesInFrontOfTheRowsLineEndWhenNothingIsNear)
     EXPECT_EQ(content(), "|cd\nW");
 }
 
-// --- Down
-// -----------------------------------------------------------------------------------------
+// --- Down ----------------------------------------------------------------------------------------
 
 TEST_F(TextboxDown, GoesToTheClosestColumnOfTheRowBelow)
 {
@@ -453,8 +449,7 @@ TEST_F(TextboxDown, FindsTheColumnThatMeasuringEveryColumnFinds)
     }
 }
 
-// --- Return and wrapping
-// --------------------------------------------------------------------------
+// --- Return and wrapping -------------------------------------------------------------------------
 
 TEST_F(TextboxReturn, IsRefusedInTheLastRow)
 {
@@ -589,8 +584,7 @@ TEST_F(TextboxTyping, KeepsATextThatIsLongerThanAnyBuffer)
     EXPECT_EQ(box->text.size(), 5999U);
 }
 
-// --- Drawing
-// --------------------------------------------------------------------------------------
+// --- Drawing -------------------------------------------------------------------------------------
 
 TEST_F(TextboxDrawingGLTest, MakesTheseCalls)
 {

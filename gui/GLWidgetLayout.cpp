@@ -2,8 +2,8 @@
 // skipped, and a stream that has failed is read on and on.
 
 #include "gui/GLWidget.h"
+#include "gui/FileFields.h"
 #include "gui/LineFormat.h"
-#include "gui/TextFields.h"
 #include "gui/WidgetKinds.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 #include "gui/GLWidget.h"
+#include "gui/FileFields.h"
 #include "gui/LineFormat.h"
-#include "gui/TextFields.h"
 #include "textures/Font.h"
 
 #include <fstream>

@@ -1,4 +1,4 @@
-#include "gui/TextFields.h"
+#include "gui/FileFields.h"
 
 #include <gtest/gtest.h>
 

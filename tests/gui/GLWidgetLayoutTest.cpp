@@ -64,8 +64,7 @@ protected:
     TemporaryDirectory directory;
 };
 
-// --- The file and its lines
-// -----------------------------------------------------------------------
+// --- The file and its lines ----------------------------------------------------------------------
 
 TEST_F(LoadLayout, MakesNothingButTheDefaultThemeOfAnEmptyFile)
 {
@@ -187,8 +186,7 @@ TEST_F(LoadLayout, AddsToWhatIsThereWhenLoadedAgain)
     EXPECT_NE(GLWidget::themes["default"], oldTheme);
 }
 
-// --- CADD and TADD
-// --------------------------------------------------------------------------------
+// --- CADD and TADD -------------------------------------------------------------------------------
 
 TEST_F(LoadLayout, BuildsAWidgetOfItsKindAtItsPosition)
 {
@@ -321,8 +319,7 @@ TEST_F(LoadLayout, LogsAnEmptyAddForChldAndSkipsItsLine)
     EXPECT_THAT(GLWidget::widgets, IsEmpty());
 }
 
-// --- SOLID
-// ----------------------------------------------------------------------------------------
+// --- SOLID ---------------------------------------------------------------------------------------
 
 TEST_F(LoadLayout, FitsTheTreeAtSolid)
 {
@@ -364,8 +361,7 @@ TEST_F(LoadLayout, LeavesAContainerBehindTheOnlySolidUnattached)
     EXPECT_EQ(parentOf(widget("inner")), GLWidget::find("f"));
 }
 
-// --- Centring
-// -------------------------------------------------------------------------------------
+// --- Centring ------------------------------------------------------------------------------------
 
 struct CentreCase
 {
@@ -411,8 +407,7 @@ INSTANTIATE_TEST_SUITE_P(Words, LoadLayoutCentres,
                                          CentreCase{"CENTRE", -0.25F, -0.5F, 0.8125F, 0.5625F}),
                          [](const auto& test) { return std::string(test.param.word); });
 
-// --- THEM, CONF, TEXT, NTAB
-// -----------------------------------------------------------------------
+// --- THEM, CONF, TEXT, NTAB ----------------------------------------------------------------------
 
 TEST_F(LoadLayout, GivesTheSelectedThemeToTheWidgetsBehindIt)
 {
@@ -509,8 +504,7 @@ TEST_F(LoadLayout, IgnoresATabForAWidgetWithoutTabs)
               "adding a 'Frame' - f\nadding a '' - \n");
 }
 
-// --- From pixels to a widget of a layout
-// ----------------------------------------------------------
+// --- From pixels to a widget of a layout ---------------------------------------------------------
 
 using RoutingThroughALayout = LoadLayout;
 
@@ -581,8 +575,7 @@ TEST_F(RoutingThroughALayout, PutsAWidgetAtTheTopLeftOfTheWindow)
     EXPECT_TRUE(widget("a").wasClicked());
 }
 
-// --- What never returns
-// ---------------------------------------------------------------------------
+// --- What never returns --------------------------------------------------------------------------
 
 struct EndlessCase
 {

@@ -23,8 +23,7 @@ using GLWidgetRelease = GuiTest;
 using GLWidgetRenderAllGLTest = GuiGLTest;
 using GLWidgetRenderChildrenGLTest = GuiGLTest;
 
-// --- Pixels to GUI units
-// --------------------------------------------------------------------------
+// --- Pixels to GUI units -------------------------------------------------------------------------
 
 struct PixelCase
 {
@@ -105,8 +104,7 @@ TEST_F(GLWidgetMouseMoved, IsHarmlessBeforeAnyViewportIsKnown)
     EXPECT_FALSE(widget.hover);
 }
 
-// --- Buttons
-// --------------------------------------------------------------------------------------
+// --- Buttons -------------------------------------------------------------------------------------
 
 TEST_F(GLWidgetMouseButtons, ReachEveryTopLevelWidgetInOrder)
 {
@@ -205,8 +203,7 @@ TEST_F(GLWidgetPassButtonsToChildren, TellsWhetherAChildIsHovered)
     EXPECT_TRUE(parent.isChildHovered());
 }
 
-// --- Keys
-// -----------------------------------------------------------------------------------------
+// --- Keys ----------------------------------------------------------------------------------------
 
 TEST_F(GLWidgetKeysChanged, ReachEveryWidgetOfTheTreeWithTheSameArray)
 {
@@ -225,8 +222,7 @@ TEST_F(GLWidgetKeysChanged, ReachEveryWidgetOfTheTreeWithTheSameArray)
     EXPECT_EQ(outside.keys, nullptr);
 }
 
-// --- Time
-// -----------------------------------------------------------------------------------------
+// --- Time ----------------------------------------------------------------------------------------
 
 TEST_F(GLWidgetUpdateAll, ReachesEveryWidgetOfTheTree)
 {
@@ -266,8 +262,7 @@ TEST_F(GLWidgetRelease, KeepsEverything)
     EXPECT_EQ(GLWidget::themes.count("default"), 1U);
 }
 
-// --- Drawing
-// --------------------------------------------------------------------------------------
+// --- Drawing -------------------------------------------------------------------------------------
 
 TEST_F(GLWidgetRenderAllGLTest, SetsUpTheProjectionAndPutsItBack)
 {
