@@ -32,15 +32,6 @@ constexpr std::uint32_t quitSelection = 3;
 const Vector gravity(0.0F, -9.8F, 0.0F); // units a second, squared
 constexpr float dragFactor = 0.1F;
 
-/// Buttons of a message box, and its answers.
-enum MessageButton : std::int32_t
-{
-    MESSAGE_OK = 1,
-    MESSAGE_CANCEL = 2,
-    MESSAGE_YES = 4,
-    MESSAGE_NO = 8,
-};
-
 /// Sets the text of the widget `name`, if there is one.
 void setCaption(const char* name, const std::string& caption)
 {

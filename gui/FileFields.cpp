@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <locale>
 
 namespace tamor
 {
@@ -17,6 +18,13 @@ bool isWhiteSpace(char character)
     return std::isspace(static_cast<unsigned char>(character)) != 0;
 }
 } // namespace
+
+std::ifstream openFields(const std::string& file)
+{
+    std::ifstream stream(file);
+    stream.imbue(std::locale::classic());
+    return stream;
+}
 
 void skipLine(std::istream& stream)
 {

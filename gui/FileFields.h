@@ -5,11 +5,15 @@
 /// alike, and behind the last field of a line the rest of the line is a remark.
 #pragma once
 
-#include <istream>
+#include <fstream>
 #include <string>
 
 namespace tamor
 {
+/// Opens a file to be read by the operations below: numbers are in the C locale, whatever locale the
+/// host has set. A file that cannot be opened leaves the stream failed.
+std::ifstream openFields(const std::string& file);
+
 /// Reads a number, a truth value (0 or 1) or a word. A field that cannot be read keeps what it
 /// held, and leaves the stream failed, so that every later field keeps what it held too.
 template <class Field>

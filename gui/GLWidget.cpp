@@ -5,7 +5,6 @@
 #include <GL/gl.h>
 
 #include <algorithm>
-#include <cassert>
 
 namespace tamor
 {
@@ -28,18 +27,24 @@ namespace
 // An animation that is nearer to its end than this has ended.
 constexpr float animationEnd = 0.0001F;
 
-// The inner margins of both sides of a container, in units of the theme's `margin`.
-constexpr float innerMargins = 6.0F;
+Theme* defaultTheme()
+{
+    if (Theme* loaded = GLWidget::themes["default"])
+        return loaded;
+    // No layout was loaded yet: what stands in for a "default.theme" that is missing.
+    Theme* created = GLWidget::createTheme("default");
+    created->setDefaults();
+    return created;
+}
 } // namespace
 
-GLWidget::GLWidget(const std::string& newName, GLWidget* newParent, const Vector& newPosition,
+GLWidget::GLWidget(const std::string& newName, GLWidget* newParent, Vector newPosition,
                    Theme* newTheme)
     : parent(newParent),
       position(newPosition),
-      theme(newTheme != nullptr ? newTheme : themes["default"]),
+      theme(newTheme != nullptr ? newTheme : defaultTheme()),
       name(newName)
 {
-    assert(theme != nullptr);
     drawing = false;
     widgets[name] = this;
 
@@ -65,10 +70,10 @@ bool GLWidget::centreChild(GLWidget* child, bool alongX, bool alongY)
     const float height = own.w - own.y;
     const float childWidth = its.z - its.x;
     const float childHeight = its.w - its.y;
-    const float margins = innerMargins * theme->margin;
 
-    const float dx = (width - margins) / 2.0F - childWidth / 2.0F;
-    const float dy = (height - 2.0F * theme->fontSize.y - margins) / 2.0F - childHeight / 2.0F;
+    const float dx = (width - innerMargins()) / 2.0F - childWidth / 2.0F;
+    const float dy =
+        (height - 2.0F * theme->fontSize.y - innerMargins()) / 2.0F - childHeight / 2.0F;
     if (alongX)
         child->move({dx, 0.0F});
     if (alongY)
@@ -79,7 +84,9 @@ bool GLWidget::centreChild(GLWidget* child, bool alongX, bool alongY)
 bool GLWidget::update(std::int32_t milliseconds)
 {
     const float step = static_cast<float>(milliseconds) * glowRate;
-    elapsed += milliseconds;
+    // It wraps, after 24.8 days: as unsigned numbers do, since overflowing signed ones may do anything.
+    elapsed = static_cast<std::int32_t>(static_cast<std::uint32_t>(elapsed) +
+                                        static_cast<std::uint32_t>(milliseconds));
 
     // Meant: the step that overshoots is not clamped; the next update settles it.
     // `GLWidgetUpdate.LetsGlowOvershootForOneFrame` holds it.
@@ -102,7 +109,7 @@ bool GLWidget::update(std::int32_t milliseconds)
     return true;
 }
 
-Vector GLWidget::move(const Vector& delta)
+Vector GLWidget::move(Vector delta)
 {
     return position += delta;
 }
@@ -120,21 +127,21 @@ std::string GLWidget::typeName() const
 bool GLWidget::addChild(GLWidget* child)
 {
     children.push_back(child);
-    hasExclusiveChild = hasExclusiveChild || child->isExclusive();
-    if (!hasExclusiveChild)
-        return true;
 
+    // Asked anew each time, though 10,000 children of one parent are 50 million questions: children
+    // may have come another way, and an answer may change.
     const auto isExclusiveChild = [](const GLWidget* each) { return each->isExclusive(); };
-    const auto first = std::find_if(children.begin(), children.end(), isExclusiveChild);
-    if (first == children.end())
+    const auto found = std::find_if(children.begin(), children.end(), isExclusiveChild);
+    if (found == children.end())
         return true;
 
     // Meant: each addition chooses the first one again, whatever was chosen before; a group thus
     // starts with its first member. `GLWidgetAddChild.ChoosesTheFirstExclusiveChildAgain` holds it.
-    (*first)->setActive();
-    for (auto other = first + 1; other != children.end(); ++other)
-        if ((*other)->isExclusive())
-            (*other)->deselect(*first);
+    GLWidget* const first = *found;
+    first->setActive();
+    for (GLWidget* other : children)
+        if (other != first && other->isExclusive())
+            other->deselect(first);
     return true;
 }
 
@@ -153,11 +160,10 @@ bool GLWidget::fitChildren()
     for (GLWidget* child : children)
         child->fitChildren();
 
-    const float margins = innerMargins * theme->margin;
     for (const GLWidget* child : children) {
         const Vector rectangle = child->getRect();
-        dimensions.x = std::max(dimensions.x, margins + rectangle.z);
-        dimensions.y = std::max(dimensions.y, margins + rectangle.w);
+        dimensions.x = std::max(dimensions.x, innerMargins() + rectangle.z);
+        dimensions.y = std::max(dimensions.y, innerMargins() + rectangle.w);
     }
     return true;
 }
@@ -227,6 +233,30 @@ Theme* GLWidget::createTheme(const std::string& key)
     return themes[key] = new Theme;
 }
 
+Vector GLWidget::clientRectBelowTitle() const
+{
+    // Meant: the share is of the width upward too, and `lineWidth`, a number of pixels, is taken
+    // off a length in GUI units, which puts the top far below the bottom with the built-in theme,
+    // so that a child window cannot be dragged at all; `GLWindowDrag.IsBoundedByTheParent`
+    // holds it.
+    const float share = 0.01F * dimensions.x;
+    return {position.x + share, position.y + share, position.x + 0.99F * dimensions.x,
+            position.y + dimensions.y - share - theme->lineWidth - 1.5F * theme->fontSize.y};
+}
+
+void GLWidget::deselectChildren(GLWidget* chosen)
+{
+    for (GLWidget* child : children)
+        child->deselect(chosen);
+}
+
+void GLWidget::unregister(const GLWidget& widget)
+{
+    const auto entry = widgets.find(widget.name);
+    if (entry != widgets.end() && entry->second == &widget)
+        entry->second = nullptr;
+}
+
 void GLWidget::translateToCentre() const
 {
     glTranslatef(position.x + dimensions.x / 2.0F, position.y + dimensions.y / 2.0F, 0.0F);
@@ -238,12 +268,12 @@ void GLWidget::translateToText() const
                  -dimensions.y / 2.0F + theme->fontSize.y / 3.0F, 0.0F);
 }
 
-void GLWidget::setColour(const Vector& colour, float factor)
+void GLWidget::setColour(Vector colour, float factor)
 {
     glColor3f(colour.x * factor, colour.y * factor, colour.z * factor);
 }
 
-void GLWidget::setColour(const Vector& colour, float factor, float alpha)
+void GLWidget::setColour(Vector colour, float factor, float alpha)
 {
     glColor4f(colour.x * factor, colour.y * factor, colour.z * factor, alpha);
 }
@@ -295,7 +325,7 @@ void GLWidget::drawPlate(float cut, float textureCut) const
     glEnd();
 }
 
-void GLWidget::drawIcon(const Vector& rectangle, float x, float y, float side)
+void GLWidget::drawIcon(Vector rectangle, float x, float y, float side)
 {
     glBegin(GL_QUADS);
     glTexCoord2f(rectangle.x, rectangle.y);

@@ -4,6 +4,11 @@
 /// The folder gui/ holds the widget contract, the readers of layouts, themes and configurations,
 /// and the road of input, time and drawing through the tree of widgets. What a button or a slider
 /// is, it leaves to widgets/, of which it knows nothing but the table in `gui/WidgetKinds.h`.
+///
+/// The operations of `GLWidget` stand in several sources: what every widget does in GLWidget.cpp,
+/// the road of input, time and drawing in GLWidgetRouting.cpp, `loadLayout` in GLWidgetLayout.cpp,
+/// `readConfig` in GLWidgetConfig.cpp. The message box is made of widgets, so `messageBox`,
+/// `takeMessageResult` and what closes a box are in widgets/GLWidgetMessageBox.cpp.
 #pragma once
 
 #include "gui/Theme.h"
@@ -19,6 +24,15 @@ namespace tamor
 {
 class Font;
 struct LineFormat;
+
+/// The buttons of a message box, a bit each, and its answers: see `GLWidget::messageBox`.
+enum MessageButton : std::int32_t
+{
+    MESSAGE_OK = 1,
+    MESSAGE_CANCEL = 2,
+    MESSAGE_YES = 4,
+    MESSAGE_NO = 8,
+};
 
 /// A widget: a node of the tree that draws itself and takes pointer, buttons and keys. The class
 /// itself is also the GUI: there is no manager, and what concerns all widgets is static here.
@@ -43,9 +57,9 @@ public:
     /// \param newName      the key in `widgets`
     /// \param newParent    null for a top-level widget
     /// \param newPosition  in the parent's inner coordinates
-    /// \param newTheme     null for the theme "default", which must then be loaded
-    GLWidget(const std::string& newName, GLWidget* newParent, const Vector& newPosition,
-             Theme* newTheme);
+    /// \param newTheme     null for the theme "default", which is registered with the built-in values
+    ///                     if no layout has loaded it
+    GLWidget(const std::string& newName, GLWidget* newParent, Vector newPosition, Theme* newTheme);
     GLWidget(const GLWidget&) = delete;
     GLWidget& operator=(const GLWidget&) = delete;
 
@@ -83,7 +97,7 @@ public:
     virtual bool render() = 0;
 
     /// \return the new position
-    virtual Vector move(const Vector& delta);
+    virtual Vector move(Vector delta);
 
     /// Whether the widget is one of a group: of the exclusive children of a parent one is chosen.
     virtual bool isExclusive() const;
@@ -92,6 +106,7 @@ public:
     virtual std::string typeName() const;
 
     /// Appends to the children, then makes the first exclusive child the chosen one of its group.
+    /// Every child is asked, at each addition.
     virtual bool addChild(GLWidget* child);
 
     /// \return the widget's rectangle, in the coordinates of `position`
@@ -149,7 +164,7 @@ public:
     static bool readConfig(const std::string& file);
 
     /// Tells all widgets where the pointer is: x and y from the window's top left.
-    static bool mouseMoved(const Vector& pixels);
+    static bool mouseMoved(Vector pixels);
     /// Tells all widgets which buttons are down. Call `mouseMoved` first.
     static bool mouseButtons(bool left, bool middle, bool right);
     /// Tells all widgets which keys count as typed: the 512 bytes of `KeyboardState::pressed`.
@@ -164,12 +179,20 @@ public:
 
     /// Opens a message box in the middle of the window, or nothing if one is open. The GUI goes on:
     /// ask for the answer with `takeMessageResult`.
+    ///
+    /// Each call first reads "messagebox.theme" as a new theme "messagebox" and prints what
+    /// `Theme::read` prints, also if a box is open; the theme before stays with its widgets.
+    ///
+    /// An answer destroys the window and whatever widgets hold the names "__msgbox_ok", "_cancel",
+    /// "_yes" and "_no", and lets nothing of the GUI point to them any more. The label and the
+    /// frame stay registered until the next box.
     /// \param message  may hold line ends
-    /// \param flags    the buttons: 1 OK; 3 OK and Cancel; 12 Yes and No; 14 Yes, No and Cancel.
-    ///                 Any other value makes a box without buttons, which never closes.
+    /// \param flags    the buttons, of `MessageButton`: 1 OK; 3 OK and Cancel; 12 Yes and No; 14 Yes,
+    ///                 No and Cancel. Any other value makes a box without buttons, which never
+    ///                 closes.
     static bool messageBox(const std::string& message, std::int32_t flags);
 
-    /// \return the answer, once: 1 OK, 2 Cancel, 4 Yes, 8 No, 0 while there is none
+    /// \return the answer, once: a `MessageButton`, 0 while there is none
     static std::int32_t takeMessageResult();
 
     /// The theme registered under the name of its file, which is read on the first request.
@@ -210,9 +233,9 @@ protected:
     void translateToCentre() const;
 
     /// Sets OpenGL's colour to red, green and blue times `factor`.
-    static void setColour(const Vector& colour, float factor = 1.0F);
+    static void setColour(Vector colour, float factor = 1.0F);
     /// As above, with an alpha that `factor` leaves alone.
-    static void setColour(const Vector& colour, float factor, float alpha);
+    static void setColour(Vector colour, float factor, float alpha);
 
     /// Draws one pass of the plate, a rectangle around the origin of the widget's size without its
     /// top left and bottom right corners, in OpenGL's polygon mode and colour.
@@ -224,7 +247,7 @@ protected:
 
     /// Draws the part `rectangle` (uMin, vMin, uMax, vMax) of the bound texture as a square with
     /// the bottom left corner (x, y).
-    static void drawIcon(const Vector& rectangle, float x, float y, float side);
+    static void drawIcon(Vector rectangle, float x, float y, float side);
 
     /// Moves OpenGL's origin from the middle of the widget to where its text starts.
     void translateToText() const;
@@ -233,6 +256,29 @@ protected:
     static void drawText(const std::string& newText);
     /// \return the width of the widest line of GUI text
     static float measureText(const std::string& newText);
+
+    /// The space that a container keeps free on each side of its content.
+    float innerMargin() const { return 3.0F * theme->margin; }
+    /// The same of both sides together.
+    float innerMargins() const { return 6.0F * theme->margin; }
+    /// The rectangle in which a container with a title lets child windows be dragged: its own, less
+    /// a hundredth of its width on every side, and at the top less a line and one and a half font
+    /// heights.
+    Vector clientRectBelowTitle() const;
+
+    /// Keeps the buttons as those of the last `onMouseButtons`.
+    void rememberButtons(bool left, bool middle, bool right)
+    {
+        prevLeft = left;
+        prevMiddle = middle;
+        prevRight = right;
+    }
+    /// Tells every child that `chosen` was chosen.
+    void deselectChildren(GLWidget* chosen);
+
+    /// Takes the widget's name out of `widgets`, if it still is the widget's: its entry becomes
+    /// null. For whoever deletes a widget.
+    static void unregister(const GLWidget& widget);
 
     /// Gives the buttons to the children, front to back. If an exclusive child answers true, the
     /// last that does is chosen and every other child deselected.
@@ -272,14 +318,9 @@ private:
     class LayoutReader;
     friend std::vector<LineFormat> layoutDirectives();
 
-    /// Closes the message box if one of its buttons was clicked, and keeps the answer. This,
-    /// `messageBox` and `takeMessageResult` are in widgets/MessageBox.cpp, being made of widgets.
+    /// Closes the message box if one of its buttons was clicked, and keeps the answer.
     static void pollMessageBox();
-    /// Lets what stays registered of a message box no longer point to what is deleted of it.
-    static void cutOff(const GLWidget& window);
-
-    /// An exclusive child was added at some time. Without one `addChild` need not look for the
-    /// first, which made loading 10,000 labels into one parent take five times as long.
-    bool hasExclusiveChild = false;
+    /// Lets no widget of the GUI, nor the registry, nor the top level point to `dead`.
+    static void letGoOf(const std::vector<GLWidget*>& dead);
 };
 } // namespace tamor

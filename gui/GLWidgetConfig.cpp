@@ -1,10 +1,8 @@
-#include "gui/GLWidget.h"
+#include "gui/ErrorLine.h"
 #include "gui/FileFields.h"
+#include "gui/GLWidget.h"
 #include "gui/LineFormat.h"
 #include "textures/Font.h"
-
-#include <fstream>
-#include <iostream>
 
 namespace tamor
 {
@@ -23,9 +21,9 @@ void readFontFile(std::istream& stream)
     std::string fontFile;
     readField(stream, fontFile);
     skipLine(stream);
-    std::cerr << "Loading " << fontFile << "\n";
+    printLine("Loading ", fontFile);
     GLWidget::font.load(fontFile); // says itself what went wrong; the GUI goes on without text
-    std::cerr << "Loaded.\n";
+    printLine("Loaded.");
 }
 
 void readUnusedWord(std::istream& stream)
@@ -79,7 +77,7 @@ std::vector<LineFormat> configLines()
 
 bool GLWidget::readConfig(const std::string& file)
 {
-    std::ifstream stream(file);
+    std::ifstream stream = openFields(file);
     for (const Line& line : linesInOrder)
         line.read(stream);
     return true;

@@ -1,14 +1,15 @@
 // The layout reader. It reports nothing and stops for nothing: a line that it does not know is
 // skipped, and a stream that has failed is read on and on.
 
-#include "gui/GLWidget.h"
+#include "gui/ErrorLine.h"
 #include "gui/FileFields.h"
+#include "gui/GLWidget.h"
 #include "gui/LineFormat.h"
 #include "gui/WidgetKinds.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <fstream>
-#include <iostream>
 #include <optional>
 
 namespace tamor
@@ -17,7 +18,7 @@ namespace tamor
 class GLWidget::LayoutReader
 {
 public:
-    explicit LayoutReader(const std::string& file) : stream(file) {}
+    explicit LayoutReader(const std::string& file) : stream(openFields(file)) {}
 
     void read();
 
@@ -84,8 +85,7 @@ Theme* loadDefaultTheme()
 
 void logAdd(const std::string& kindWord, const std::string& name)
 {
-    // One write a widget: the standard error stream keeps no buffer.
-    std::cerr << "adding a '" + kindWord + "' - " + name + "\n";
+    printLine("adding a '", kindWord, "' - ", name);
 }
 } // namespace
 
@@ -213,8 +213,8 @@ void GLWidget::LayoutReader::finishTree()
         else
             each.parent->addToTab(each.tab, each.child);
     }
-    for (GLWidget* widget : topLevel)
-        widget->fitChildren();
+    for (std::size_t i = 0; i < topLevel.size(); ++i)
+        topLevel[i]->fitChildren();
     solidSeen = true;
 }
 
@@ -249,7 +249,6 @@ void GLWidget::LayoutReader::add(const std::string& kindWord, WidgetPlace place,
     if (kind == kinds.end())
         return;
 
-    // Never freed: a widget of a layout lives until the process ends.
     GLWidget* widget = kind->build(stream, place);
     if (place.parent == nullptr)
         topLevel.push_back(widget);

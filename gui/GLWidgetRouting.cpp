@@ -5,6 +5,8 @@
 
 #include <GL/gl.h>
 
+#include <cstddef>
+
 namespace tamor
 {
 namespace
@@ -17,6 +19,15 @@ void renderChild(GLWidget& child)
     glPushMatrix();
     child.render();
     glPopMatrix();
+}
+
+// Calls `action` with each top-level widget, front to back. It may open further ones, such as a
+// message box: these are reached too, so that the press that opens a box is none on its buttons.
+template <class Action>
+void forEachTopLevel(Action action)
+{
+    for (std::size_t i = 0; i < GLWidget::topLevel.size(); ++i)
+        action(*GLWidget::topLevel[i]);
 }
 } // namespace
 
@@ -47,31 +58,27 @@ bool GLWidget::onPointer(float x, float y)
     return true;
 }
 
-bool GLWidget::mouseMoved(const Vector& pixels)
+bool GLWidget::mouseMoved(Vector pixels)
 {
-    for (GLWidget* widget : topLevel)
-        widget->onMouseMove(pixels.x, pixels.y);
+    forEachTopLevel([&](GLWidget& widget) { widget.onMouseMove(pixels.x, pixels.y); });
     return true;
 }
 
 bool GLWidget::mouseButtons(bool left, bool middle, bool right)
 {
-    for (GLWidget* widget : topLevel)
-        widget->onMouseButtons(left, middle, right);
+    forEachTopLevel([=](GLWidget& widget) { widget.onMouseButtons(left, middle, right); });
     return true;
 }
 
 bool GLWidget::keysChanged(const std::uint8_t* pressed)
 {
-    for (GLWidget* widget : topLevel)
-        widget->onKeys(pressed);
+    forEachTopLevel([=](GLWidget& widget) { widget.onKeys(pressed); });
     return true;
 }
 
 bool GLWidget::updateAll(std::int32_t milliseconds)
 {
-    for (GLWidget* widget : topLevel)
-        widget->update(milliseconds);
+    forEachTopLevel([=](GLWidget& widget) { widget.update(milliseconds); });
     pollMessageBox();
     return true;
 }
@@ -93,8 +100,7 @@ bool GLWidget::renderAll()
     glEnable(GL_DEPTH_TEST);
 
     drawing = true;
-    for (GLWidget* widget : topLevel)
-        widget->render();
+    forEachTopLevel([](GLWidget& widget) { widget.render(); });
     glPopAttrib();
 
     glMatrixMode(GL_PROJECTION);

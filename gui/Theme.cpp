@@ -1,13 +1,11 @@
 #include "gui/Theme.h"
 
+#include "gui/ErrorLine.h"
 #include "gui/FileFields.h"
 #include "gui/LineFormat.h"
 #include "textures/TextureRegistry.h"
 
-#include <algorithm>
-#include <fstream>
 #include <iomanip>
-#include <iostream>
 #include <string_view>
 
 namespace tamor
@@ -30,7 +28,7 @@ void readColour(std::istream& stream, Theme& theme)
     readField(stream, (theme.*colour).y);
     readField(stream, (theme.*colour).z);
     skipLine(stream);
-    std::cerr << theme.*colour << "\n";
+    printLine(theme.*colour);
 }
 
 template <float Theme::*number>
@@ -38,7 +36,7 @@ void readNumber(std::istream& stream, Theme& theme)
 {
     readField(stream, theme.*number);
     skipLine(stream);
-    std::cerr << theme.*number << "\n";
+    printLine(theme.*number);
 }
 
 void readFontSize(std::istream& stream, Theme& theme)
@@ -46,7 +44,7 @@ void readFontSize(std::istream& stream, Theme& theme)
     readField(stream, theme.fontSize.x);
     readField(stream, theme.fontSize.y);
     skipLine(stream);
-    std::cerr << theme.fontSize << "\n";
+    printLine(theme.fontSize);
 }
 
 void readBrightness(std::istream& stream, Theme& theme)
@@ -54,7 +52,7 @@ void readBrightness(std::istream& stream, Theme& theme)
     readField(stream, theme.dimBrightness);
     readField(stream, theme.litBrightness);
     skipLine(stream);
-    std::cerr << theme.dimBrightness << " " << theme.litBrightness << "\n";
+    printLine(theme.dimBrightness, " ", theme.litBrightness);
 }
 
 void readTextureFile(std::istream& stream, Theme& theme)
@@ -66,14 +64,14 @@ void readTextureFile(std::istream& stream, Theme& theme)
     skipLine(stream);
     token.copy(textureFile, sizeof textureFile - 1);
     textureFile[token.size()] = '\0';
-    std::cerr << textureFile << "\n";
+    printLine(textureFile);
 }
 
 void readGlow(std::istream& stream, Theme& theme)
 {
     readField(stream, theme.glowEnabled);
     skipLine(stream);
-    std::cerr << theme.glowEnabled << "\n";
+    printLine(theme.glowEnabled);
 }
 
 using enum FieldType;
@@ -139,14 +137,14 @@ void Theme::setDefaults()
 
 void Theme::read(const std::string& file)
 {
-    std::ifstream stream(file);
-    std::cerr << "reading theme " << file << "\n";
+    std::ifstream stream = openFields(file);
+    printLine("reading theme ", file);
     for (const Line& line : linesInOrder)
         line.read(stream, *this);
     if (std::string_view(textureFile) != "NULL") {
-        std::cerr << "loading " << textureFile << "\n";
+        printLine("loading ", textureFile);
         assignTexture(texture, {textureFile, 0});
     }
-    std::cerr << "read theme " << file << "\n";
+    printLine("read theme ", file);
 }
 } // namespace tamor

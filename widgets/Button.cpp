@@ -6,16 +6,16 @@
 
 namespace tamor
 {
-Button::Button(const std::string& newName, GLWidget* newParent, const Vector& newPosition,
-               Theme* newTheme, const std::string& caption)
+Button::Button(const std::string& newName, GLWidget* newParent, Vector newPosition, Theme* newTheme,
+               const std::string& caption)
     : GLWidget(newName, newParent, newPosition, newTheme)
 {
     text = caption;
     dimensions = Vector(measureText(text) + theme->fontSize.x, theme->fontSize.y * 1.5F);
 }
 
-Button::Button(const std::string& newName, GLWidget* newParent, const Vector& newPosition,
-               Theme* newTheme, const Vector& size)
+Button::Button(const std::string& newName, GLWidget* newParent, Vector newPosition, Theme* newTheme,
+               Vector size)
     : GLWidget(newName, newParent, newPosition, newTheme), image(theme->texture)
 {
     dimensions = size;
@@ -25,7 +25,8 @@ bool Button::onMouseButtons(bool left, bool middle, bool right)
 {
     if (hover && !prevLeft) {
         // Meant: with left up this takes back a click that nobody has read; the application reads
-        // once a frame. `ButtonState.APointerEventWithLeftUpTakesAnUnreadClickBack` holds it.
+        // once a frame, before that. `ButtonState.APointerEventWithLeftUpTakesAnUnreadClickBack`
+        // holds it.
         active = left;
         clicked = left;
     } else {
@@ -33,9 +34,7 @@ bool Button::onMouseButtons(bool left, bool middle, bool right)
         active = active && left;
         hover = active;
     }
-    prevLeft = left;
-    prevMiddle = middle;
-    prevRight = right;
+    rememberButtons(left, middle, right);
     return false;
 }
 

@@ -1,9 +1,10 @@
 /// \file
 /// The press-to-act widget.
 ///
-/// The folder widgets/ holds the widget classes, one a file, the message box that is made of them,
-/// and the table of the layout words that build them. What all widgets share (the tree, the routing
-/// of input, themes and the layout reader) is gui/'s.
+/// The folder widgets/ holds the widget classes, one a file, the message box that is made of them
+/// (four operations of `GLWidget`, in GLWidgetMessageBox.cpp), and the table of the layout words
+/// that build them. What all widgets share (the tree, the routing of input, themes and the layout
+/// reader) is gui/'s.
 #pragma once
 
 #include "gui/GLWidget.h"
@@ -16,7 +17,8 @@ namespace tamor
 /// A plate with a caption, or a plate that shows the theme's texture.
 ///
 /// It acts on the press, not on the release. The application reads the click with `wasClicked`,
-/// once a frame: the next pointer event over the button takes an unread click back.
+/// once a frame. An unread click outlasts the release, and is taken back by the first buttons call
+/// behind it that finds the pointer over the button.
 ///
 /// | State          | Event                        | Next                                     |
 /// |----------------|------------------------------|------------------------------------------|
@@ -29,12 +31,12 @@ class Button : public GLWidget
 public:
     /// A text button, as wide as its caption and one font width, and one and a half font heights
     /// high.
-    Button(const std::string& newName, GLWidget* newParent, const Vector& newPosition,
-           Theme* newTheme, const std::string& caption);
+    Button(const std::string& newName, GLWidget* newParent, Vector newPosition, Theme* newTheme,
+           const std::string& caption);
 
     /// An image button of exactly this size, which shows the theme's texture.
-    Button(const std::string& newName, GLWidget* newParent, const Vector& newPosition,
-           Theme* newTheme, const Vector& size);
+    Button(const std::string& newName, GLWidget* newParent, Vector newPosition, Theme* newTheme,
+           Vector size);
 
     bool onMouseButtons(bool left, bool middle, bool right) override;
     bool render() override;

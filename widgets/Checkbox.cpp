@@ -14,7 +14,7 @@ namespace
 constexpr float noFade = 0.0001F;
 } // namespace
 
-Checkbox::Checkbox(const std::string& newName, GLWidget* newParent, const Vector& newPosition,
+Checkbox::Checkbox(const std::string& newName, GLWidget* newParent, Vector newPosition,
                    Theme* newTheme, const std::string& caption)
     : GLWidget(newName, newParent, newPosition, newTheme)
 {
@@ -34,9 +34,7 @@ bool Checkbox::onMouseButtons(bool left, bool middle, bool right)
         active = !active;
         fade = 1.0F;
     }
-    prevLeft = left;
-    prevMiddle = middle;
-    prevRight = right;
+    rememberButtons(left, middle, right);
     return isPress;
 }
 
@@ -46,7 +44,7 @@ bool Checkbox::render()
     return true;
 }
 
-void Checkbox::renderIcons(const Vector& frame, const Vector& mark) const
+void Checkbox::renderIcons(Vector frame, Vector mark) const
 {
     const float side = theme->iconSize;
 

@@ -19,8 +19,8 @@ class Checkbox : public GLWidget
 public:
     /// With a caption: room for the icon and the text, as high as the icon or two font heights.
     /// Without: a square of the theme's `iconSize`.
-    Checkbox(const std::string& newName, GLWidget* newParent, const Vector& newPosition,
-             Theme* newTheme, const std::string& caption);
+    Checkbox(const std::string& newName, GLWidget* newParent, Vector newPosition, Theme* newTheme,
+             const std::string& caption);
 
     /// \return whether the press changed the tick
     bool onMouseButtons(bool left, bool middle, bool right) override;
@@ -31,6 +31,6 @@ public:
 protected:
     /// Draws the icon, the mark as far as it is to be seen, and the caption.
     /// \param frame, mark  rectangles in the theme's texture: uMin, vMin, uMax, vMax
-    void renderIcons(const Vector& frame, const Vector& mark) const;
+    void renderIcons(Vector frame, Vector mark) const;
 };
 } // namespace tamor

@@ -13,17 +13,23 @@ namespace
 /// Depth of an open box: its parent draws it in the second pass.
 constexpr float openDepth = -1.0F;
 constexpr float pointSize = 5.0F;
+
+/// Never freed, as no widget that a layout builds is.
+Button* newListButton(const std::string& name, GLWidget* box, Theme* theme)
+{
+    return new Button(name, box, Vector(), theme, " ");
+}
 } // namespace
 
-Combobox::Combobox(const std::string& newName, GLWidget* newParent, const Vector& newPosition,
+Combobox::Combobox(const std::string& newName, GLWidget* newParent, Vector newPosition,
                    Theme* newTheme)
     : GLWidget(newName, newParent, newPosition, newTheme)
 {
     Theme* const buttonTheme = themeOfFile("combo_button.theme");
-    children.push_back(new Button("__" + name + "dropbox", this, Vector(), buttonTheme, " "));
+    children.push_back(newListButton("__" + name + "dropbox", this, buttonTheme));
 
     const Vector buttonRect = button().getRect();
-    dimensions = Vector(6.0F * theme->margin + buttonRect.z, 6.0F * theme->margin + buttonRect.w);
+    dimensions = Vector(innerMargins() + buttonRect.z, innerMargins() + buttonRect.w);
 }
 
 bool Combobox::addText(const std::string& line)
@@ -32,7 +38,7 @@ bool Combobox::addText(const std::string& line)
     const float buttonRight = button().getRect().z;
     for (const std::string& item : lines) {
         const float width =
-            measureText(item) + 2.0F * theme->fontSize.x + buttonRight + 6.0F * theme->margin;
+            measureText(item) + 2.0F * theme->fontSize.x + buttonRight + innerMargins();
         dimensions.x = std::max(dimensions.x, width);
     }
     return true;
@@ -58,9 +64,7 @@ bool Combobox::onMouseButtons(bool left, bool middle, bool right)
     else
         highlight = -1;
     depth = open ? openDepth : 0.0F;
-    prevLeft = left;
-    prevMiddle = middle;
-    prevRight = right;
+    rememberButtons(left, middle, right);
     return true;
 }
 
@@ -89,9 +93,8 @@ bool Combobox::render()
     }
     glPopMatrix();
 
-    const float inset = 3.0F * theme->margin;
     glPushMatrix();
-    glTranslatef(position.x + inset, position.y + inset, 0.0F);
+    glTranslatef(position.x + innerMargin(), position.y + innerMargin(), 0.0F);
     for (GLWidget* child : children) {
         glPushMatrix();
         child->render();
@@ -157,10 +160,10 @@ void Combobox::renderRow(std::size_t row) const
     const float lineHeight = theme->fontSize.y;
 
     glPushMatrix();
-    glTranslatef(
-        measureText(" ") + button().getRect().z - dimensions.x / 2.0F + 3.0F * theme->margin,
-        -dimensions.y / 2.0F + lineHeight / 2.0F - 2.0F * static_cast<float>(row + 1) * lineHeight,
-        0.0F);
+    glTranslatef(measureText(" ") + button().getRect().z - dimensions.x / 2.0F + innerMargin(),
+                 -dimensions.y / 2.0F + lineHeight / 2.0F -
+                     2.0F * static_cast<float>(row + 1) * lineHeight,
+                 0.0F);
     if (static_cast<std::int64_t>(row) == highlight) {
         const float width = measureText(item);
         setColour(theme->edgeColour, theme->dimBrightness, theme->listAlpha);

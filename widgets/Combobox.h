@@ -29,8 +29,7 @@ class Combobox : public GLWidget
 public:
     /// Builds the box around its button, which is named "__<name>dropbox" and has the theme
     /// "combo_button.theme"; the first box of all reads that file.
-    Combobox(const std::string& newName, GLWidget* newParent, const Vector& newPosition,
-             Theme* newTheme);
+    Combobox(const std::string& newName, GLWidget* newParent, Vector newPosition, Theme* newTheme);
 
     /// Adds an item, and widens the box to the widest.
     bool addText(const std::string& line) override;

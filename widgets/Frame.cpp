@@ -1,13 +1,11 @@
 #include "widgets/Frame.h"
 
-#include "widgets/ClientRect.h"
-
 #include <GL/gl.h>
 
 namespace tamor
 {
-Frame::Frame(const std::string& newName, GLWidget* newParent, const Vector& newPosition,
-             Theme* newTheme, bool isBordered)
+Frame::Frame(const std::string& newName, GLWidget* newParent, Vector newPosition, Theme* newTheme,
+             bool isBordered)
     : GLWidget(newName, newParent, newPosition, newTheme), bordered(isBordered)
 {}
 
@@ -56,18 +54,17 @@ std::string Frame::typeName() const
 
 Vector Frame::getClientRect() const
 {
-    return clientRect(position, dimensions, *theme);
+    return clientRectBelowTitle();
 }
 
 bool Frame::deselect(GLWidget* chosen)
 {
-    for (GLWidget* child : children)
-        child->deselect(chosen);
+    deselectChildren(chosen);
     return true;
 }
 
 float Frame::inset() const
 {
-    return bordered ? 3.0F * theme->margin : 0.0F;
+    return bordered ? innerMargin() : 0.0F;
 }
 } // namespace tamor

@@ -17,8 +17,8 @@ class Frame : public GLWidget
 public:
     /// \param isBordered  draw the outline, and keep 3 times the theme's `margin` around the
     ///                    children; without it they stand exactly at `position` plus their own
-    Frame(const std::string& newName, GLWidget* newParent, const Vector& newPosition,
-          Theme* newTheme, bool isBordered);
+    Frame(const std::string& newName, GLWidget* newParent, Vector newPosition, Theme* newTheme,
+          bool isBordered);
 
     bool onMouseButtons(bool left, bool middle, bool right) override;
     bool onPointer(float x, float y) override;

@@ -5,7 +5,10 @@
 #include "widgets/Frame.h"
 #include "widgets/GLWindow.h"
 #include "widgets/Label.h"
+#include "widgets/TabWindow.h"
 
+#include <algorithm>
+#include <set>
 #include <utility>
 
 namespace tamor
@@ -20,10 +23,10 @@ struct Answer
     const char* caption;
 };
 
-constexpr Answer okay = {1, "__msgbox_ok", "OK"};
-constexpr Answer cancel = {2, "__msgbox_cancel", "Cancel"};
-constexpr Answer yes = {4, "__msgbox_yes", "Yes"};
-constexpr Answer no = {8, "__msgbox_no", "No"};
+constexpr Answer okay = {MESSAGE_OK, "__msgbox_ok", "OK"};
+constexpr Answer cancel = {MESSAGE_CANCEL, "__msgbox_cancel", "Cancel"};
+constexpr Answer yes = {MESSAGE_YES, "__msgbox_yes", "Yes"};
+constexpr Answer no = {MESSAGE_NO, "__msgbox_no", "No"};
 
 /// In the order in which they are asked: of two clicked in one frame the later one counts.
 constexpr Answer answers[] = {okay, cancel, yes, no};
@@ -36,35 +39,71 @@ struct Place
     Answer answer;
 };
 
+constexpr std::int32_t okayCancel = MESSAGE_OK | MESSAGE_CANCEL;
+constexpr std::int32_t yesNo = MESSAGE_YES | MESSAGE_NO;
+constexpr std::int32_t yesNoCancel = yesNo | MESSAGE_CANCEL;
+
 constexpr Place places[] = {
-    {3, 0.0F, okay}, {3, 0.2F, cancel}, {12, 0.0F, yes},    {12, 0.2F, no},
-    {14, 0.0F, yes}, {14, 0.2F, no},    {14, 0.4F, cancel},
+    {okayCancel, 0.0F, okay},    {okayCancel, 0.2F, cancel}, {yesNo, 0.0F, yes},
+    {yesNo, 0.2F, no},           {yesNoCancel, 0.0F, yes},   {yesNoCancel, 0.2F, no},
+    {yesNoCancel, 0.4F, cancel},
 };
 
 constexpr const char* windowName = "__msgbox";
 
+/// A part of a box. An answer frees the window and the buttons, and nothing the rest, nor a box that
+/// is open when the process ends.
+template <class Widget, class... Arguments>
+Widget* newPart(const Arguments&... arguments)
+{
+    return new Widget(arguments...);
+}
+
 /// Adds what is below the text: a single button, or a frame with those that the flags ask for.
 GLWidget* addAnswers(GLWindow& window, Theme* theme, std::int32_t flags)
 {
-    if (flags == okay.value) {
-        auto* const button = new Button(okay.name, &window, Vector(), theme, okay.caption);
+    if (flags == MESSAGE_OK) {
+        auto* const button =
+            newPart<Button>(okay.name, &window, Vector(), theme, std::string(okay.caption));
         window.addChild(button);
         return button;
     }
 
-    auto* const frame = new Frame("__msgbox_frm", &window, Vector(), theme, false);
+    auto* const frame = newPart<Frame>("__msgbox_frm", &window, Vector(), theme, false);
     window.addChild(frame);
     for (const auto& [boxFlags, x, answer] : places) {
         if (boxFlags == flags)
-            frame->addChild(new Button(answer.name, frame, Vector(x, 0.0F), theme, answer.caption));
+            frame->addChild(newPart<Button>(answer.name, frame, Vector(x, 0.0F), theme,
+                                            std::string(answer.caption)));
     }
     return frame;
 }
 
-/// Deletes the widget of this name, if there is one, and clears the name.
-void deleteNamed(const std::string& name)
+/// Meant: looked for when a box closes, though the label of a box is "__msgbox_message", so that it
+/// stays in memory and registered, as the frame does, until the next box takes their names over.
+/// `MessageBox.LeavesItsLabelAndItsFrameInTheRegistry` holds it.
+constexpr const char* nameOfNothing = "__msgbox_msg";
+
+bool contains(const std::vector<GLWidget*>& list, const GLWidget* widget)
 {
-    delete std::exchange(GLWidget::widgets[name], nullptr);
+    return std::find(list.begin(), list.end(), widget) != list.end();
+}
+
+/// What goes when a box is answered, each once: the window, if it is at the top level, and whatever
+/// holds the names.
+std::vector<GLWidget*> widgetsOfTheBox()
+{
+    std::vector<GLWidget*> result;
+    const auto add = [&result](GLWidget* widget) {
+        if (widget != nullptr && !contains(result, widget))
+            result.push_back(widget);
+    };
+    if (contains(GLWidget::topLevel, GLWidget::find(windowName)))
+        add(GLWidget::find(windowName));
+    for (const Answer& answer : answers)
+        add(GLWidget::find(answer.name));
+    add(GLWidget::find(nameOfNothing));
+    return result;
 }
 } // namespace
 
@@ -78,9 +117,11 @@ bool GLWidget::messageBox(const std::string& message, std::int32_t flags)
     if (find(windowName) != nullptr)
         return true;
 
-    auto* const window = new GLWindow(windowName, nullptr, Vector(), theme, "Message box", true);
+    auto* const window =
+        newPart<GLWindow>(windowName, nullptr, Vector(), theme, "Message box", true);
     topLevel.push_back(window);
-    auto* const label = new Label("__msgbox_message", window, Vector(0.0F, 0.2F), theme, message);
+    auto* const label =
+        newPart<Label>("__msgbox_message", window, Vector(0.0F, 0.2F), theme, message);
     window->addChild(label);
     GLWidget* const answerRow = addAnswers(*window, theme, flags);
 
@@ -110,25 +151,53 @@ void GLWidget::pollMessageBox()
     if (!isAnswered)
         return;
 
-    // Meant: the label is not named "__msgbox_msg", so that it stays in memory and registered, as
-    // the frame does, until the next box takes their names over.
-    // `MessageBox.LeavesItsLabelAndItsFrameInTheRegistry` holds it.
-    if (const GLWidget* window = find(windowName))
-        cutOff(*window);
+    // Meant: all by name alone, whoever built it; but of the window only what is at the top level.
+    // `MessageBoxTeardown` holds it.
+    const std::vector<GLWidget*> dead = widgetsOfTheBox();
     std::erase(topLevel, find(windowName));
-    deleteNamed(windowName);
+    letGoOf(dead);
+    for (const GLWidget* widget : dead)
+        delete widget;
     for (const Answer& answer : answers)
-        deleteNamed(answer.name);
-    deleteNamed("__msgbox_msg");
+        widgets[answer.name] = nullptr;
+    widgets[nameOfNothing] = nullptr;
+    widgets[windowName] = nullptr;
 }
 
-void GLWidget::cutOff(const GLWidget& window)
+void GLWidget::letGoOf(const std::vector<GLWidget*>& dead)
 {
-    for (const auto& [key, widget] : widgets) {
-        if (widget == nullptr || widget->parent != &window)
+    const auto isDead = [&dead](const GLWidget* widget) { return contains(dead, widget); };
+
+    // Whoever is registered, and whoever hangs below one that is: a name may have been taken over.
+    std::vector<GLWidget*> waiting = topLevel;
+    for (auto& [key, widget] : widgets) {
+        waiting.push_back(widget);
+        if (isDead(widget))
+            widget = nullptr;
+    }
+    std::erase_if(topLevel, isDead);
+
+    std::set<const GLWidget*> seen = {nullptr};
+    while (!waiting.empty()) {
+        GLWidget* const widget = waiting.back();
+        waiting.pop_back();
+        if (!seen.insert(widget).second)
             continue;
-        widget->parent = nullptr;
-        widget->children.clear();
+        waiting.insert(waiting.end(), widget->children.begin(), widget->children.end());
+        std::erase_if(widget->children, isDead);
+        if (isDead(widget->parent))
+            widget->parent = nullptr;
+
+        auto* const window = dynamic_cast<TabWindow*>(widget);
+        if (window == nullptr)
+            continue;
+        for (Tab& tab : window->tabs) {
+            waiting.insert(waiting.end(), tab.widgets.begin(), tab.widgets.end());
+            waiting.push_back(tab.button);
+            std::erase_if(tab.widgets, isDead);
+            if (isDead(tab.button))
+                tab.button = nullptr;
+        }
     }
 }
 } // namespace tamor

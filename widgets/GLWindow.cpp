@@ -1,14 +1,12 @@
 #include "widgets/GLWindow.h"
 
-#include "widgets/ClientRect.h"
-
 #include <GL/gl.h>
 
 #include <algorithm>
 
 namespace tamor
 {
-GLWindow::GLWindow(const std::string& newName, GLWidget* newParent, const Vector& newPosition,
+GLWindow::GLWindow(const std::string& newName, GLWidget* newParent, Vector newPosition,
                    Theme* newTheme, const std::string& title, bool isDraggable)
     : GLWidget(newName, newParent, newPosition, newTheme), draggable(isDraggable)
 {
@@ -34,8 +32,7 @@ bool GLWindow::onPointer(float x, float y)
         drag(Vector(mouse.x - lastMouse.x, mouse.y - lastMouse.y));
     lastMouse = mouse;
 
-    const float inset = 3.0F * theme->margin;
-    passPointerToChildren(x - position.x - inset, y - position.y - inset);
+    passPointerToChildren(x - position.x - innerMargin(), y - position.y - innerMargin());
     // Meant: over a child `hover` keeps what it was, true as well as false;
     // `GLWindowHover.StaysTrueWhileAChildIsHovered` holds it.
     if (isChildHovered())
@@ -60,6 +57,8 @@ bool GLWindow::render()
     const Vector& fontSize = theme->fontSize;
     const float rule = std::min(size.y / 2.0F - 1.5F * fontSize.y,
                                 -size.y / 2.0F + (1.0F - theme->chamfer) * size.y);
+    glDisable(GL_TEXTURE_2D);
+    setColour(theme->edgeColour, brightness(), theme->bodyAlpha);
     renderRule(rule);
 
     setColour(theme->textColour);
@@ -89,12 +88,10 @@ void GLWindow::renderPlate() const
     drawPlate(cut, theme->chamfer);
 
     glPolygonMode(GL_FRONT_AND_BACK, GL_FILL);
-    glDisable(GL_TEXTURE_2D);
 }
 
 void GLWindow::renderRule(float y) const
 {
-    setColour(theme->edgeColour, brightness(), theme->bodyAlpha);
     glBegin(GL_LINES);
     glVertex2f(-dimensions.x / 2.0F, y);
     glVertex2f(dimensions.x / 2.0F, y);
@@ -103,9 +100,8 @@ void GLWindow::renderRule(float y) const
 
 void GLWindow::renderContent() const
 {
-    const float inset = 3.0F * theme->margin;
     glPushMatrix();
-    glTranslatef(position.x + inset, position.y + inset, 0.0F);
+    glTranslatef(position.x + innerMargin(), position.y + innerMargin(), 0.0F);
     renderChildren();
     glPopMatrix();
 }
@@ -124,7 +120,7 @@ bool GLWindow::addChild(GLWidget* child)
 
 Vector GLWindow::getClientRect() const
 {
-    return clientRect(position, dimensions, *theme);
+    return clientRectBelowTitle();
 }
 
 bool GLWindow::fitChildren()
@@ -133,16 +129,14 @@ bool GLWindow::fitChildren()
     widenForTitle();
     for (const GLWidget* child : children) {
         const float top = child->getRect().w;
-        dimensions.y =
-            std::max(dimensions.y, 6.0F * theme->margin + top + 2.0F * theme->fontSize.y);
+        dimensions.y = std::max(dimensions.y, innerMargins() + top + 2.0F * theme->fontSize.y);
     }
     return true;
 }
 
 bool GLWindow::deselect(GLWidget* chosen)
 {
-    for (GLWidget* child : children)
-        child->deselect(chosen);
+    deselectChildren(chosen);
     return true;
 }
 
@@ -154,7 +148,7 @@ bool GLWindow::hitTest() const
     return isOverStrip && draggable;
 }
 
-void GLWindow::drag(const Vector& delta)
+void GLWindow::drag(Vector delta)
 {
     const Vector from = position;
     position += delta;

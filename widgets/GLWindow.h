@@ -24,8 +24,8 @@ namespace tamor
 class GLWindow : public GLWidget
 {
 public:
-    GLWindow(const std::string& newName, GLWidget* newParent, const Vector& newPosition,
-             Theme* newTheme, const std::string& title, bool isDraggable);
+    GLWindow(const std::string& newName, GLWidget* newParent, Vector newPosition, Theme* newTheme,
+             const std::string& title, bool isDraggable);
 
     bool onMouseButtons(bool left, bool middle, bool right) override;
     bool onPointer(float x, float y) override;
@@ -50,7 +50,7 @@ public:
 protected:
     /// Draws body and edge around the origin, and leaves polygons filled and blending on.
     void renderPlate() const;
-    /// Draws the line across the window that divides its strip from its content.
+    /// Draws the line across the window that divides its strip from its content, in OpenGL's colour.
     /// \param y  from the middle of the window
     void renderRule(float y) const;
     /// Draws the children inside the margin.
@@ -58,7 +58,7 @@ protected:
 
 private:
     /// Moves by `delta`, unless that takes the window out of its parent's client rectangle.
-    void drag(const Vector& delta);
+    void drag(Vector delta);
     void widenForTitle();
 };
 } // namespace tamor

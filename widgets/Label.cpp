@@ -8,8 +8,8 @@
 
 namespace tamor
 {
-Label::Label(const std::string& newName, GLWidget* newParent, const Vector& newPosition,
-             Theme* newTheme, const std::string& caption)
+Label::Label(const std::string& newName, GLWidget* newParent, Vector newPosition, Theme* newTheme,
+             const std::string& caption)
     : GLWidget(newName, newParent, newPosition, newTheme)
 {
     // Meant: the height follows the number of line ends, not of lines, so that two lines are as

@@ -16,8 +16,8 @@ public:
     /// As wide as the widest line and one font width. The height is one and a half font heights for
     /// each line end in the caption, but at least for one: two lines stand as high as one.
     /// \param caption   lines after the first run downward, below the label's own rectangle
-    Label(const std::string& newName, GLWidget* newParent, const Vector& newPosition,
-          Theme* newTheme, const std::string& caption);
+    Label(const std::string& newName, GLWidget* newParent, Vector newPosition, Theme* newTheme,
+          const std::string& caption);
 
     bool onMouseButtons(bool left, bool middle, bool right) override;
     bool render() override;

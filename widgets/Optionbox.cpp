@@ -9,9 +9,7 @@ bool Optionbox::onMouseButtons(bool left, bool middle, bool right)
         active = true;
         fade = 1.0F;
     }
-    prevLeft = left;
-    prevMiddle = middle;
-    prevRight = right;
+    rememberButtons(left, middle, right);
     return isChoice;
 }
 

@@ -12,8 +12,8 @@ namespace
 constexpr float nowhere = -5.0F;
 } // namespace
 
-Slider::Slider(const std::string& newName, GLWidget* newParent, const Vector& newPosition,
-               Theme* newTheme, const Vector& newExtent)
+Slider::Slider(const std::string& newName, GLWidget* newParent, Vector newPosition, Theme* newTheme,
+               Vector newExtent)
     : GLWidget(newName, newParent, newPosition, newTheme),
       lastMouse(nowhere, nowhere),
       extent(newExtent)
@@ -34,9 +34,7 @@ bool Slider::onMouseButtons(bool left, bool middle, bool right)
         dragging = dragging && left;
         hover = dragging;
     }
-    prevLeft = left;
-    prevMiddle = middle;
-    prevRight = right;
+    rememberButtons(left, middle, right);
     return true;
 }
 

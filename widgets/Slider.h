@@ -25,8 +25,8 @@ class Slider : public GLWidget
 {
 public:
     /// \param newExtent  length of the line along x and y, in GUI units
-    Slider(const std::string& newName, GLWidget* newParent, const Vector& newPosition,
-           Theme* newTheme, const Vector& newExtent);
+    Slider(const std::string& newName, GLWidget* newParent, Vector newPosition, Theme* newTheme,
+           Vector newExtent);
 
     bool onMouseButtons(bool left, bool middle, bool right) override;
     bool onPointer(float x, float y) override;

@@ -1,27 +1,35 @@
 #include "widgets/TabWindow.h"
 
+#include "gui/ErrorLine.h"
 #include "widgets/Button.h"
 
 #include <GL/gl.h>
 
+#include <unistd.h>
+
 #include <algorithm>
-#include <utility>
 
 namespace tamor
 {
 namespace
 {
-/// Deletes a tab's button, if there is one, and clears its name in the registry.
-void deleteButton(Button*& button)
+/// What a tab takes that has a button: the button, its name three times, and its place in the
+/// registry.
+constexpr std::size_t bytesOfNamedTab = sizeof(Tab) + sizeof(Button) + 256;
+
+/// Whether the machine's memory holds tabs up to `index`. Half of it counts: the rest is in use.
+bool hasMemoryForTabs(std::int32_t index, std::size_t bytesOfTab)
 {
-    if (button == nullptr)
-        return;
-    for (auto& [name, widget] : GLWidget::widgets) {
-        if (widget == button)
-            widget = nullptr;
-    }
-    delete button;
-    button = nullptr;
+    const auto pages = static_cast<std::size_t>(sysconf(_SC_PHYS_PAGES));
+    const auto pageSize = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
+    return static_cast<std::size_t>(index) < pages / 2 * pageSize / bytesOfTab;
+}
+
+/// Freed when the row is built anew, and not with its window.
+Button* newTabButton(const std::string& name, GLWidget* window, Vector position, Theme* theme,
+                     const std::string& title)
+{
+    return new Button(name, window, position, theme, title);
 }
 
 float widthOf(const GLWidget& widget)
@@ -42,7 +50,7 @@ void TabWindow::forEachButton(Action action) const
     }
 }
 
-TabWindow::TabWindow(const std::string& newName, GLWidget* newParent, const Vector& newPosition,
+TabWindow::TabWindow(const std::string& newName, GLWidget* newParent, Vector newPosition,
                      Theme* newTheme)
     : GLWindow(newName, newParent, newPosition, newTheme, "", false)
 {}
@@ -85,6 +93,10 @@ bool TabWindow::render()
     translateToCentre();
     glLineWidth(theme->lineWidth);
     renderPlate();
+    // Meant: the colour before the texture is switched off, and so not as in `GLWindow`;
+    // `TabWindowDrawingGLTest.MakesTheseCalls` holds it.
+    setColour(theme->edgeColour, brightness(), theme->bodyAlpha);
+    glDisable(GL_TEXTURE_2D);
     renderRule(dimensions.y / 2.0F - 2.0F * theme->fontSize.y);
     glPopMatrix();
 
@@ -105,7 +117,7 @@ void TabWindow::renderButtons() const
     forEachButton([](Button& button) { button.render(); });
 }
 
-Vector TabWindow::move(const Vector& delta)
+Vector TabWindow::move(Vector delta)
 {
     GLWindow::move(delta);
     forEachButton([&delta](Button& button) { button.move(delta); });
@@ -137,16 +149,18 @@ bool TabWindow::addTab(std::int32_t index, const std::string& title)
 {
     if (index < 0)
         return true;
-    Tab& tab = tabAt(index);
+    if (!reserveTab(index, bytesOfNamedTab))
+        return false;
+    Tab& tab = tabs[static_cast<std::size_t>(index)];
     tab.title = title;
     tab.widgets.clear();
 
     Theme* const buttonTheme = themeOfFile("tabwin_button.theme");
     Vector offset;
     for (std::size_t i = 0; i < tabs.size(); ++i) {
-        deleteButton(tabs[i].button);
-        tabs[i].button = new Button("__" + name + "tab" + std::to_string(i) + tabs[i].title, this,
-                                    offset, buttonTheme, tabs[i].title);
+        deleteButton(tabs[i]);
+        const std::string buttonName = "__" + name + "tab" + std::to_string(i) + tabs[i].title;
+        tabs[i].button = newTabButton(buttonName, this, offset, buttonTheme, tabs[i].title);
         offset.x += widthOf(*tabs[i].button) + 2.0F * theme->margin;
     }
     return true;
@@ -156,7 +170,9 @@ bool TabWindow::addToTab(std::int32_t index, GLWidget* child)
 {
     if (index < 0)
         return true;
-    Tab& tab = tabAt(index);
+    if (!reserveTab(index, sizeof(Tab)))
+        return false;
+    Tab& tab = tabs[static_cast<std::size_t>(index)];
     if (tab.title.empty())
         tab.title = "unnamed";
     tab.widgets.push_back(child);
@@ -165,12 +181,26 @@ bool TabWindow::addToTab(std::int32_t index, GLWidget* child)
     return true;
 }
 
-Tab& TabWindow::tabAt(std::int32_t index)
+bool TabWindow::reserveTab(std::int32_t index, std::size_t bytesOfTab)
 {
-    const auto place = static_cast<std::size_t>(index);
-    if (place >= tabs.size())
-        tabs.resize(place + 1);
-    return tabs[place];
+    const std::size_t needed = static_cast<std::size_t>(index) + 1;
+    if (needed <= tabs.size())
+        return true;
+    if (!hasMemoryForTabs(index, bytesOfTab)) {
+        printLine("Error adding tab ", index, " to '", name, "': too many for the memory");
+        return false;
+    }
+    tabs.resize(needed);
+    return true;
+}
+
+void TabWindow::deleteButton(Tab& tab)
+{
+    if (tab.button == nullptr)
+        return;
+    unregister(*tab.button);
+    delete tab.button;
+    tab.button = nullptr;
 }
 
 void TabWindow::widenForButtons()

@@ -4,6 +4,7 @@
 
 #include "widgets/GLWindow.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -32,14 +33,13 @@ struct Tab
 class TabWindow : public GLWindow
 {
 public:
-    TabWindow(const std::string& newName, GLWidget* newParent, const Vector& newPosition,
-              Theme* newTheme);
+    TabWindow(const std::string& newName, GLWidget* newParent, Vector newPosition, Theme* newTheme);
 
     bool onMouseButtons(bool left, bool middle, bool right) override;
     bool onPointer(float x, float y) override;
     bool update(std::int32_t milliseconds) override;
     bool render() override;
-    Vector move(const Vector& delta) override;
+    Vector move(Vector delta) override;
     std::string typeName() const override;
     /// Sizes the window, shows the first tab, and moves the row of buttons into place.
     ///
@@ -50,8 +50,11 @@ public:
     ///
     /// The button of tab 1 "Second" of a window "pages" is named "__pagestab1Second", and the theme
     /// of all is "tabwin_button.theme"; the first tab of all reads that file.
+    /// \return false, with nothing changed, if memory does not hold so many tabs, after printing
+    ///         Error adding tab <index> to '<name>': too many for the memory
     bool addTab(std::int32_t index, const std::string& title) override;
     /// Adds a widget to tab `index`. Every tab must have been named before.
+    /// \return as `addTab`
     bool addToTab(std::int32_t index, GLWidget* child) override;
 
     std::vector<Tab> tabs;
@@ -61,8 +64,12 @@ public:
 private:
     template <class Action>
     void forEachButton(Action action) const;
-    /// The tab with this index; there are at least so many tabs afterwards.
-    Tab& tabAt(std::int32_t index);
+    /// Makes as many tabs as it takes for `index` to be one.
+    /// \param bytesOfTab  what each of them will take
+    /// \return whether memory holds them; if not, says so and makes none
+    bool reserveTab(std::int32_t index, std::size_t bytesOfTab);
+    /// Deletes a tab's button, if there is one, and takes its name out of the registry.
+    static void deleteButton(Tab& tab);
     /// Makes the window at least as wide as the row of buttons.
     void widenForButtons();
     void renderButtons() const;

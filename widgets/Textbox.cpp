@@ -1,5 +1,6 @@
 #include "widgets/Textbox.h"
 
+#include "gui/ErrorLine.h"
 #include "textures/Font.h"
 
 #include <GL/gl.h>
@@ -7,7 +8,6 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
-#include <iostream>
 
 namespace tamor
 {
@@ -56,15 +56,15 @@ std::size_t lastRowStart(const std::string& text)
 }
 } // namespace
 
-Textbox::Textbox(const std::string& newName, GLWidget* newParent, const Vector& newPosition,
+Textbox::Textbox(const std::string& newName, GLWidget* newParent, Vector newPosition,
                  Theme* newTheme, std::int32_t columns, std::int32_t rows)
     : GLWidget(newName, newParent, newPosition, newTheme), maxRows(static_cast<std::uint32_t>(rows))
 {
-    std::cerr << "textbox " << columns << " " << rows << std::endl;
+    printLine("textbox ", columns, " ", rows);
     const auto letters = static_cast<std::size_t>(std::clamp(columns, 0, longestMeasured));
     dimensions = Vector(measureText(std::string(letters, 'w')) + theme->fontSize.x,
                         theme->fontSize.y * rowStep * static_cast<float>(rows));
-    std::cerr << "dim: " << dimensions << std::endl;
+    printLine("dim: ", dimensions);
 }
 
 bool Textbox::onMouseButtons(bool left, bool /*middle*/, bool /*right*/)

@@ -27,8 +27,8 @@ public:
     /// Prints "textbox <columns> <rows>" and "dim: <dimensions>".
     /// \param columns   the width in letters "w"; a row takes as many characters as fit
     /// \param rows      the height, and the most rows that the text may have
-    Textbox(const std::string& newName, GLWidget* newParent, const Vector& newPosition,
-            Theme* newTheme, std::int32_t columns, std::int32_t rows);
+    Textbox(const std::string& newName, GLWidget* newParent, Vector newPosition, Theme* newTheme,
+            std::int32_t columns, std::int32_t rows);
 
     /// \return whether the pointer is over the box and the box has the focus
     bool onMouseButtons(bool left, bool middle, bool right) override;

@@ -1,5 +1,6 @@
 #include "gui/WidgetKinds.h"
 
+#include "gui/ErrorLine.h"
 #include "gui/FileFields.h"
 #include "widgets/Button.h"
 #include "widgets/Checkbox.h"
@@ -11,8 +12,6 @@
 #include "widgets/Slider.h"
 #include "widgets/TabWindow.h"
 #include "widgets/Textbox.h"
-
-#include <iostream>
 
 namespace tamor
 {
@@ -27,36 +26,44 @@ Vector readPair(std::istream& fields)
     return pair;
 }
 
+/// A widget with what every kind takes and what its own kind takes behind that. It is never freed:
+/// the widgets of a layout live until the process ends.
+template <class Widget, class... Arguments>
+GLWidget* newWidget(const WidgetPlace& place, const Arguments&... arguments)
+{
+    return new Widget(place.name, place.parent, place.position, place.theme, arguments...);
+}
+
 GLWidget* buildButton(std::istream& fields, const WidgetPlace& place)
 {
     std::string caption;
     readField(fields, caption);
     if (caption == "TEX")
-        return new Button(place.name, place.parent, place.position, place.theme, readPair(fields));
-    return new Button(place.name, place.parent, place.position, place.theme, caption);
+        return newWidget<Button>(place, readPair(fields));
+    return newWidget<Button>(place, caption);
 }
 
 GLWidget* buildLabel(std::istream& fields, const WidgetPlace& place)
 {
     const std::string caption = readTextWithLineEnds(fields);
-    return new Label(place.name, place.parent, place.position, place.theme, caption);
+    return newWidget<Label>(place, caption);
 }
 
 /// Builds a `Checkbox` or an `Optionbox`.
 template <class Box>
 GLWidget* buildBox(std::istream& fields, const WidgetPlace& place)
 {
-    return new Box(place.name, place.parent, place.position, place.theme, readText(fields));
+    return newWidget<Box>(place, readText(fields));
 }
 
 GLWidget* buildCombobox(std::istream& /*fields*/, const WidgetPlace& place)
 {
-    return new Combobox(place.name, place.parent, place.position, place.theme);
+    return newWidget<Combobox>(place);
 }
 
 GLWidget* buildSlider(std::istream& fields, const WidgetPlace& place)
 {
-    return new Slider(place.name, place.parent, place.position, place.theme, readPair(fields));
+    return newWidget<Slider>(place, readPair(fields));
 }
 
 GLWidget* buildTextbox(std::istream& fields, const WidgetPlace& place)
@@ -65,14 +72,14 @@ GLWidget* buildTextbox(std::istream& fields, const WidgetPlace& place)
     std::int32_t rows = 0;
     readField(fields, columns);
     readField(fields, rows);
-    return new Textbox(place.name, place.parent, place.position, place.theme, columns, rows);
+    return newWidget<Textbox>(place, columns, rows);
 }
 
 GLWidget* buildFrame(std::istream& fields, const WidgetPlace& place)
 {
     bool bordered = false;
     readField(fields, bordered);
-    return new Frame(place.name, place.parent, place.position, place.theme, bordered);
+    return newWidget<Frame>(place, bordered);
 }
 
 GLWidget* buildWindow(std::istream& fields, const WidgetPlace& place)
@@ -80,16 +87,16 @@ GLWidget* buildWindow(std::istream& fields, const WidgetPlace& place)
     bool draggable = false;
     readField(fields, draggable);
     const std::string title = readText(fields);
-    std::cerr << "adding window " << place.name << " " << draggable << std::endl;
-    return new GLWindow(place.name, place.parent, place.position, place.theme, title, draggable);
+    printLine("adding window ", place.name, " ", draggable);
+    return newWidget<GLWindow>(place, title, draggable);
 }
 
 GLWidget* buildTabWindow(std::istream& /*fields*/, const WidgetPlace& place)
 {
-    std::cerr << "adding tabwindow " << place.name << " " << place.parent << " " << place.position
-              << " " << place.theme << std::endl;
-    auto* const window = new TabWindow(place.name, place.parent, place.position, place.theme);
-    std::cerr << "added tabwindow" << std::endl;
+    printLine("adding tabwindow ", place.name, " ", place.parent, " ", place.position, " ",
+              place.theme);
+    GLWidget* const window = newWidget<TabWindow>(place);
+    printLine("added tabwindow");
     return window;
 }
 

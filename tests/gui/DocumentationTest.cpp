@@ -3,7 +3,7 @@
 
 #include "gui/GLWidget.h"
 
-#include "tests/gui/ProbeWidget.h"
+#include "tests/gui/GuiTest.h"
 #include "tests/support/CapturedErrors.h"
 #include "tests/support/ChildProcess.h"
 #include "tests/support/TemporaryDirectory.h"
@@ -98,8 +98,8 @@ TEST_F(DocumentationGLTest, TheSmallestLayoutShowsItsLabel)
 
     ASSERT_THAT(GLWidget::topLevel, SizeIs(1));
     EXPECT_EQ(GLWidget::topLevel[0]->typeName(), "Label");
-    EXPECT_EQ(textOf(*GLWidget::topLevel[0]), "Good bye");
-    EXPECT_GT(dimensionsOf(*GLWidget::topLevel[0]).x, 0.1F);
+    EXPECT_EQ(seen(*GLWidget::topLevel[0]).text, "Good bye");
+    EXPECT_GT(seen(*GLWidget::topLevel[0]).dimensions.x, 0.1F);
     EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
 }
 
@@ -127,7 +127,7 @@ TEST_F(DocumentationGLTest, TheWholeLayoutMakesAllItsWidgets)
           "volume", "volumetext", "name", "status", "size", "full", "exit"})
         EXPECT_NE(GLWidget::find(name), nullptr) << name;
     EXPECT_EQ(GLWidget::find("red")->getValue(), 0.5F);
-    EXPECT_EQ(textOf(*GLWidget::find("status")), "Status: ok\nsecond line");
+    EXPECT_EQ(seen(*GLWidget::find("status")).text, "Status: ok\nsecond line");
     EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
 }
 
@@ -202,7 +202,7 @@ TEST_F(DocumentationGLTest, TheProgramOfThePageIsTheOneThatIsTested)
     if (GLWidget* hello = GLWidget::find("hello"))
         hello->setCaption("Good bye");
 
-    EXPECT_EQ(textOf(*GLWidget::find("hello")), "Good bye");
+    EXPECT_EQ(seen(*GLWidget::find("hello")).text, "Good bye");
     EXPECT_EQ(programs[0].text, "GLWidget::loadLayout(\"my.gui\");\n"
                                 "if (GLWidget* hello = GLWidget::find(\"hello\"))\n"
                                 "    hello->setCaption(\"Good bye\");\n");

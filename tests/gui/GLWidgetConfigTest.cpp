@@ -1,5 +1,6 @@
 #include "gui/GLWidget.h"
 
+#include "tests/gui/CommaLocale.h"
 #include "tests/gui/ProbeWidget.h"
 #include "tests/support/CapturedErrors.h"
 #include "tests/support/TemporaryDirectory.h"
@@ -64,6 +65,16 @@ TEST_F(GLWidgetReadConfig, ReadsEveryFieldInItsPlace)
     expectRectangle(GLWidget::checkFrame, 0.09F, 0.10F, 0.11F, 0.12F);
     expectRectangle(GLWidget::checkMark, 0.13F, 0.14F, 0.15F, 0.16F);
     expectRectangle(GLWidget::sliderKnob, 0.17F, 0.18F, 0.19F, 0.20F);
+    EXPECT_EQ(GLWidget::glowRate, 0.002F);
+}
+
+TEST_F(GLWidgetReadConfig, ReadsInTheCLocaleWhateverTheHostHasSet)
+{
+    const CommaLocale commas;
+
+    read("missing.ttf\nunused\n0.5 0.25 0.125 0.75\n0 0 0 0\n0 0 0 0\n0 0 0 0\n0 0 0 0\n0.002\n");
+
+    expectRectangle(GLWidget::optionFrame, 0.5F, 0.25F, 0.125F, 0.75F);
     EXPECT_EQ(GLWidget::glowRate, 0.002F);
 }
 

@@ -1,6 +1,7 @@
 #include "gui/GLWidget.h"
 
-#include "tests/gui/ProbeWidget.h"
+#include "tests/gui/CommaLocale.h"
+#include "tests/gui/GuiTest.h"
 #include "tests/support/CapturedErrors.h"
 #include "tests/support/ChildProcess.h"
 #include "tests/support/TemporaryDirectory.h"
@@ -104,7 +105,7 @@ TEST_F(LoadLayout, ReadsALastLineWithoutALineEnd)
     EXPECT_EQ(load("CADD Label a NULL 0 0 first\nCADD Label b NULL 0 0 last"),
               "adding a 'Label' - a\nadding a 'Label' - b\n");
 
-    EXPECT_EQ(textOf(widget("b")), "last");
+    EXPECT_EQ(seen(widget("b")).text, "last");
 }
 
 TEST_F(LoadLayout, MeetsAnEmptyWordBehindTheLastLineEndAndDoesNothing)
@@ -139,31 +140,31 @@ TEST_F(LoadLayout, TakesARemarkBehindATextAsText)
 {
     load("CADD Label a NULL 0 0 words // and more\n");
 
-    EXPECT_EQ(textOf(widget("a")), "words // and more");
+    EXPECT_EQ(seen(widget("a")).text, "words // and more");
 }
 
 TEST_F(LoadLayout, ReadsFieldsOverSeveralLines)
 {
     load("CADD\nLabel\n\na NULL\n0.5\n0.25 text\n");
 
-    EXPECT_EQ(positionOf(widget("a")).x, 0.5F);
-    EXPECT_EQ(positionOf(widget("a")).y, 0.25F);
-    EXPECT_EQ(textOf(widget("a")), "text");
+    EXPECT_EQ(seen(widget("a")).position.x, 0.5F);
+    EXPECT_EQ(seen(widget("a")).position.y, 0.25F);
+    EXPECT_EQ(seen(widget("a")).text, "text");
 }
 
 TEST_F(LoadLayout, TakesAMissingFieldFromTheNextLine)
 {
     EXPECT_EQ(load("CADD Butt a NULL 0 0\nCHLD\nCHLD\n"), "adding a 'Butt' - a\nadding a '' - \n");
 
-    EXPECT_EQ(textOf(widget("a")), "CHLD");
+    EXPECT_EQ(seen(widget("a")).text, "CHLD");
 }
 
 TEST_F(LoadLayout, LosesTheTailOfALongText)
 {
     load("CADD Label a NULL 0 0 " + std::string(600, 'x') + "\nCADD Label b NULL 0 0 next\n");
 
-    EXPECT_EQ(textOf(widget("a")), std::string(510, 'x'));
-    EXPECT_EQ(textOf(widget("b")), "next");
+    EXPECT_EQ(seen(widget("a")).text, std::string(510, 'x'));
+    EXPECT_EQ(seen(widget("b")).text, "next");
 }
 
 TEST_F(LoadLayout, ReadsOnBehindTenThousandSkippedCharacters)
@@ -181,8 +182,8 @@ TEST_F(LoadLayout, AddsToWhatIsThereWhenLoadedAgain)
     load("CADD Label a NULL 0 0 new\n");
 
     EXPECT_THAT(GLWidget::topLevel, ElementsAre(old, GLWidget::find("a")));
-    EXPECT_EQ(textOf(widget("a")), "new");
-    EXPECT_EQ(textOf(*old), "old");
+    EXPECT_EQ(seen(widget("a")).text, "new");
+    EXPECT_EQ(seen(*old).text, "old");
     EXPECT_NE(GLWidget::themes["default"], oldTheme);
 }
 
@@ -192,32 +193,48 @@ TEST_F(LoadLayout, BuildsAWidgetOfItsKindAtItsPosition)
 {
     EXPECT_EQ(load("CADD Label a NULL -1.25 0.5 one\\ntwo\n"), "adding a 'Label' - a\n");
 
-    const GLWidget& label = widget("a");
+    GLWidget& label = widget("a");
     EXPECT_EQ(label.typeName(), "Label");
-    EXPECT_EQ(textOf(label), "one\ntwo");
-    EXPECT_EQ(parentOf(label), nullptr);
-    EXPECT_EQ(themeOf(label), GLWidget::themes["default"]);
-    EXPECT_EQ(positionOf(label).x, -1.25F);
-    EXPECT_EQ(positionOf(label).y, 0.5F);
-    EXPECT_EQ(positionOf(label).z, 0.0F);
-    EXPECT_EQ(positionOf(label).w, 1.0F);
+    EXPECT_EQ(seen(label).text, "one\ntwo");
+    EXPECT_EQ(seen(label).parent, nullptr);
+    EXPECT_EQ(seen(label).theme, GLWidget::themes["default"]);
+    EXPECT_EQ(seen(label).position.x, -1.25F);
+    EXPECT_EQ(seen(label).position.y, 0.5F);
+    EXPECT_EQ(seen(label).position.z, 0.0F);
+    EXPECT_EQ(seen(label).position.w, 1.0F);
     EXPECT_THAT(GLWidget::topLevel, ElementsAre(&label));
+}
+
+TEST_F(LoadLayout, ReadsAndPrintsInTheCLocaleWhateverTheHostHasSet)
+{
+    directory.write("tabwin_button.theme", testTheme);
+    const CommaLocale commas;
+
+    const std::string log = load("CADD Text a NULL -1.25 0.5 1000 2000\n"
+                                 "CADD TWin t NULL 0.5 1234\nNTAB t 1000 title\n");
+
+    EXPECT_EQ(seen(widget("a")).position.x, -1.25F);
+    EXPECT_EQ(seen(widget("a")).position.y, 0.5F);
+    EXPECT_THAT(log, testing::StartsWith("adding a 'Text' - a\ntextbox 1000 2000\n"
+                                         "dim: (0.125, 650, 0, 1)\nadding a 'TWin' - t\n"
+                                         "adding tabwindow t 0 (0.5, 1234, 0, 1) 0x"));
+    EXPECT_NE(GLWidget::find("__ttab1000title"), nullptr);
 }
 
 TEST_F(LoadLayout, BuildsAButtonOfATextWithoutBlanks)
 {
     load("CADD Butt a NULL 0 0 Red button\n");
 
-    EXPECT_EQ(textOf(widget("a")), "Red");
+    EXPECT_EQ(seen(widget("a")).text, "Red");
 }
 
 TEST_F(LoadLayout, BuildsAButtonOfExactlyTheSizeOfItsPicture)
 {
     load("CADD Butt a NULL 0 0 TEX 0.2 0.1\n");
 
-    EXPECT_EQ(textOf(widget("a")), "");
-    EXPECT_EQ(dimensionsOf(widget("a")).x, 0.2F);
-    EXPECT_EQ(dimensionsOf(widget("a")).y, 0.1F);
+    EXPECT_EQ(seen(widget("a")).text, "");
+    EXPECT_EQ(seen(widget("a")).dimensions.x, 0.2F);
+    EXPECT_EQ(seen(widget("a")).dimensions.y, 0.1F);
 }
 
 TEST_F(LoadLayout, SaysMoreOfAWindow)
@@ -225,7 +242,7 @@ TEST_F(LoadLayout, SaysMoreOfAWindow)
     EXPECT_EQ(load("CADD Win a NULL 0 0 1 A title\nCADD Win b NULL 0 0 0 Another\n"),
               "adding a 'Win' - a\nadding window a 1\nadding a 'Win' - b\nadding window b 0\n");
 
-    EXPECT_EQ(textOf(widget("a")), "A title");
+    EXPECT_EQ(seen(widget("a")).text, "A title");
 }
 
 TEST_F(LoadLayout, BuildsNothingOfAnUnknownKindAndSkipsTheLine)
@@ -241,7 +258,7 @@ TEST_F(LoadLayout, TakesAnUnknownParentAsNone)
     load("CADD Label a nobody 0 0 text\n");
 
     EXPECT_THAT(GLWidget::topLevel, ElementsAre(GLWidget::find("a")));
-    EXPECT_EQ(parentOf(widget("a")), nullptr);
+    EXPECT_EQ(seen(widget("a")).parent, nullptr);
     EXPECT_EQ(GLWidget::widgets.at("nobody"), nullptr);
 }
 
@@ -250,9 +267,9 @@ TEST_F(LoadLayout, AddsALeafToItsParentAtOnce)
     load("CADD Frame f NULL 0 0 0\nCADD Label a f 0 0 one\nCADD Label b f 0 0 two\nSOLID\n"
          "CADD Label c f 0 0 three\n");
 
-    EXPECT_THAT(childrenOf(widget("f")),
+    EXPECT_THAT(seen(widget("f")).children,
                 ElementsAre(GLWidget::find("a"), GLWidget::find("b"), GLWidget::find("c")));
-    EXPECT_EQ(parentOf(widget("a")), GLWidget::find("f"));
+    EXPECT_EQ(seen(widget("a")).parent, GLWidget::find("f"));
     EXPECT_THAT(GLWidget::topLevel, ElementsAre(GLWidget::find("f")));
 }
 
@@ -266,10 +283,10 @@ TEST_F(LoadLayout, PutsContainersBehindLeavesInTheOrderOfTheFile)
          "CADD Label deep inner1 0 0 three\n"
          "SOLID\n");
 
-    EXPECT_THAT(childrenOf(widget("f")),
+    EXPECT_THAT(seen(widget("f")).children,
                 ElementsAre(GLWidget::find("leaf1"), GLWidget::find("leaf2"),
                             GLWidget::find("inner1"), GLWidget::find("inner2")));
-    EXPECT_THAT(childrenOf(widget("inner1")), ElementsAre(GLWidget::find("deep")));
+    EXPECT_THAT(seen(widget("inner1")).children, ElementsAre(GLWidget::find("deep")));
 }
 
 TEST_F(LoadLayout, GivesANameUsedTwiceToTheLaterWidget)
@@ -277,8 +294,8 @@ TEST_F(LoadLayout, GivesANameUsedTwiceToTheLaterWidget)
     load("CADD Label a NULL 0 0 one\nCADD Label a NULL 0 0 two\n");
 
     EXPECT_THAT(GLWidget::topLevel, SizeIs(2));
-    EXPECT_EQ(textOf(widget("a")), "two");
-    EXPECT_EQ(textOf(*GLWidget::topLevel[0]), "one");
+    EXPECT_EQ(seen(widget("a")).text, "two");
+    EXPECT_EQ(seen(*GLWidget::topLevel[0]).text, "one");
 }
 
 TEST_F(LoadLayout, MakesATopLevelWidgetOfATabLineWithoutAParent)
@@ -286,15 +303,15 @@ TEST_F(LoadLayout, MakesATopLevelWidgetOfATabLineWithoutAParent)
     EXPECT_EQ(load("TADD 7 NULL Label a 0.5 0.25 text\n"), "adding a 'Label' - a\n");
 
     EXPECT_THAT(GLWidget::topLevel, ElementsAre(GLWidget::find("a")));
-    EXPECT_EQ(positionOf(widget("a")).x, 0.5F);
+    EXPECT_EQ(seen(widget("a")).position.x, 0.5F);
 }
 
 TEST_F(LoadLayout, DropsALeafForATabOfAWidgetWithoutTabs)
 {
     load("CADD Frame f NULL 0 0 0\nTADD 0 f Label a 0 0 text\n");
 
-    EXPECT_EQ(parentOf(widget("a")), GLWidget::find("f"));
-    EXPECT_THAT(childrenOf(widget("f")), IsEmpty());
+    EXPECT_EQ(seen(widget("a")).parent, GLWidget::find("f"));
+    EXPECT_THAT(seen(widget("f")).children, IsEmpty());
     EXPECT_THAT(GLWidget::topLevel, ElementsAre(GLWidget::find("f")));
 }
 
@@ -302,14 +319,14 @@ TEST_F(LoadLayout, DropsAContainerForATabOfAWidgetWithoutTabs)
 {
     load("CADD Frame f NULL 0 0 0\nTADD 0 f Frame inner 0 0 0\n");
 
-    EXPECT_THAT(childrenOf(widget("f")), IsEmpty());
+    EXPECT_THAT(seen(widget("f")).children, IsEmpty());
 }
 
 TEST_F(LoadLayout, AddsAContainerForTabMinusOneToTheParentItself)
 {
     load("CADD Frame f NULL 0 0 0\nTADD -1 f Frame inner 0 0 0\nTADD -1 f Label leaf 0 0 text\n");
 
-    EXPECT_THAT(childrenOf(widget("f")), ElementsAre(GLWidget::find("inner")));
+    EXPECT_THAT(seen(widget("f")).children, ElementsAre(GLWidget::find("inner")));
 }
 
 TEST_F(LoadLayout, LogsAnEmptyAddForChldAndSkipsItsLine)
@@ -325,31 +342,31 @@ TEST_F(LoadLayout, FitsTheTreeAtSolid)
 {
     load("CADD Frame f NULL 0 0 0\nCADD Butt a f 0.5 0.25 TEX 1 2\nSOLID\n");
 
-    EXPECT_EQ(dimensionsOf(widget("f")).x, 1.875F);
-    EXPECT_EQ(dimensionsOf(widget("f")).y, 2.625F);
+    EXPECT_EQ(seen(widget("f")).dimensions.x, 1.875F);
+    EXPECT_EQ(seen(widget("f")).dimensions.y, 2.625F);
 }
 
 TEST_F(LoadLayout, AttachesAndFitsAtTheEndWithoutSolid)
 {
     load("CADD Frame f NULL 0 0 0\nCADD Frame inner f 0 0 0\nCADD Butt a inner 0 0 TEX 1 2\n");
 
-    EXPECT_THAT(childrenOf(widget("f")), ElementsAre(GLWidget::find("inner")));
-    EXPECT_EQ(dimensionsOf(widget("inner")).x, 1.375F);
-    EXPECT_EQ(dimensionsOf(widget("f")).x, 1.75F);
+    EXPECT_THAT(seen(widget("f")).children, ElementsAre(GLWidget::find("inner")));
+    EXPECT_EQ(seen(widget("inner")).dimensions.x, 1.375F);
+    EXPECT_EQ(seen(widget("f")).dimensions.x, 1.75F);
 }
 
 TEST_F(LoadLayout, AttachesOnceWithOneSolid)
 {
     load("CADD Frame f NULL 0 0 0\nCADD Frame inner f 0 0 0\nSOLID\nCENTRE f\n");
 
-    EXPECT_THAT(childrenOf(widget("f")), SizeIs(1));
+    EXPECT_THAT(seen(widget("f")).children, SizeIs(1));
 }
 
 TEST_F(LoadLayout, AttachesAgainAtASecondSolid)
 {
     load("CADD Frame f NULL 0 0 0\nCADD Frame inner f 0 0 0\nSOLID\nSOLID\n");
 
-    EXPECT_THAT(childrenOf(widget("f")),
+    EXPECT_THAT(seen(widget("f")).children,
                 ElementsAre(GLWidget::find("inner"), GLWidget::find("inner")));
 }
 
@@ -357,8 +374,8 @@ TEST_F(LoadLayout, LeavesAContainerBehindTheOnlySolidUnattached)
 {
     load("CADD Frame f NULL 0 0 0\nSOLID\nCADD Frame inner f 0 0 0\n");
 
-    EXPECT_THAT(childrenOf(widget("f")), IsEmpty());
-    EXPECT_EQ(parentOf(widget("inner")), GLWidget::find("f"));
+    EXPECT_THAT(seen(widget("f")).children, IsEmpty());
+    EXPECT_EQ(seen(widget("inner")).parent, GLWidget::find("f"));
 }
 
 // --- Centring ------------------------------------------------------------------------------------
@@ -381,8 +398,8 @@ TEST_P(LoadLayoutCentres, ATopLevelWidgetOnItsPosition)
 {
     load(std::string("CADD Butt a NULL 0.25 0.5 TEX 1 2\n") + GetParam().word + " a\n");
 
-    EXPECT_EQ(positionOf(widget("a")).x, GetParam().x);
-    EXPECT_EQ(positionOf(widget("a")).y, GetParam().y);
+    EXPECT_EQ(seen(widget("a")).position.x, GetParam().x);
+    EXPECT_EQ(seen(widget("a")).position.y, GetParam().y);
 }
 
 TEST_P(LoadLayoutCentres, AChildInItsParent)
@@ -392,8 +409,8 @@ TEST_P(LoadLayoutCentres, AChildInItsParent)
                      "CADD Butt large f 0 0 TEX 2.625 3.625\nSOLID\n") +
          GetParam().word + " a\n");
 
-    EXPECT_EQ(positionOf(widget("a")).x, GetParam().childX);
-    EXPECT_EQ(positionOf(widget("a")).y, GetParam().childY);
+    EXPECT_EQ(seen(widget("a")).position.x, GetParam().childX);
+    EXPECT_EQ(seen(widget("a")).position.y, GetParam().childY);
 }
 
 TEST_P(LoadLayoutCentres, NothingOfAnUnknownName)
@@ -415,9 +432,9 @@ TEST_F(LoadLayout, GivesTheSelectedThemeToTheWidgetsBehindIt)
 
     load("CADD Label a NULL 0 0 text\nTHEM other.theme x\nCADD Label b NULL 0 0 text\n");
 
-    EXPECT_EQ(themeOf(widget("a")), GLWidget::themes["default"]);
-    EXPECT_EQ(themeOf(widget("b")), GLWidget::themes["other.theme"]);
-    EXPECT_EQ(themeOf(widget("b"))->margin, 0.0625F);
+    EXPECT_EQ(seen(widget("a")).theme, GLWidget::themes["default"]);
+    EXPECT_EQ(seen(widget("b")).theme, GLWidget::themes["other.theme"]);
+    EXPECT_EQ(seen(widget("b")).theme->margin, 0.0625F);
 }
 
 TEST_F(LoadLayout, ReadsAThemeOnceUnderTheNameOfItsFile)
@@ -437,7 +454,7 @@ TEST_F(LoadLayout, GoesBackToAThemeThatWasReadBefore)
     load("THEM default.theme x\nTHEM other.theme x\nTHEM default.theme x\n"
          "CADD Label a NULL 0 0 text\n");
 
-    EXPECT_EQ(themeOf(widget("a")), GLWidget::themes["default.theme"]);
+    EXPECT_EQ(seen(widget("a")).theme, GLWidget::themes["default.theme"]);
 }
 
 TEST_F(LoadLayout, TakesTheSecondWordOfAThemeFromTheNextLineWhereItIsMissing)
@@ -456,7 +473,7 @@ TEST_F(LoadLayoutGLTest, KeepsAThemeOfAMissingFileAsItWasMade)
 
     EXPECT_THAT(errors.text(), HasSubstr("reading theme missing.theme\n(0, 0, 0, 1)\n"));
     EXPECT_EQ(GLWidget::themes["missing.theme"]->margin, 0.0F);
-    EXPECT_EQ(themeOf(*GLWidget::find("a")), GLWidget::themes["missing.theme"]);
+    EXPECT_EQ(seen(*GLWidget::find("a")).theme, GLWidget::themes["missing.theme"]);
 }
 
 TEST_F(LoadLayout, ReadsTheConfigurationThatConfNames)
@@ -474,7 +491,7 @@ TEST_F(LoadLayout, MeasuresAndGlowsNothingWithoutAConfiguration)
 {
     load("CADD Label a NULL 0 0 some text\n");
 
-    EXPECT_EQ(dimensionsOf(widget("a")).x, 0.125F) << "one font width and no text";
+    EXPECT_EQ(seen(widget("a")).dimensions.x, 0.125F) << "one font width and no text";
     EXPECT_EQ(GLWidget::glowRate, 0.0F);
 }
 
@@ -482,7 +499,7 @@ TEST_F(LoadLayout, AddsTextLinesToAWidget)
 {
     load("CADD Frame f NULL 0 0 0\nTEXT f one two\nTEXT f three\\nfour\n");
 
-    EXPECT_THAT(linesOf(widget("f")), ElementsAre("one two", "three\nfour"));
+    EXPECT_THAT(seen(widget("f")).lines, ElementsAre("one two", "three\nfour"));
 }
 
 TEST_F(LoadLayout, SkipsTextLinesForNoWidget)
@@ -623,7 +640,7 @@ TEST_F(LoadLayout, ReturnsFromALineThatEndsWithTheFile)
 {
     EXPECT_EQ(load("CADD Label a NULL 0 0"), "adding a 'Label' - a\n");
 
-    EXPECT_EQ(textOf(widget("a")), "");
+    EXPECT_EQ(seen(widget("a")).text, "");
 }
 } // namespace
 } // namespace tamor::test

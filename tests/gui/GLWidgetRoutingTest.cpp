@@ -7,6 +7,8 @@
 #include <gmock/gmock.h>
 
 #include <array>
+#include <functional>
+#include <utility>
 
 namespace tamor::test
 {
@@ -15,13 +17,13 @@ namespace
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-using GLWidgetMouseMoved = GuiTest;
-using GLWidgetMouseButtons = GuiTest;
-using GLWidgetKeysChanged = GuiTest;
-using GLWidgetUpdateAll = GuiTest;
-using GLWidgetRelease = GuiTest;
-using GLWidgetRenderAllGLTest = GuiGLTest;
-using GLWidgetRenderChildrenGLTest = GuiGLTest;
+using GLWidgetMouseMoved = ProbeTest;
+using GLWidgetMouseButtons = ProbeTest;
+using GLWidgetKeysChanged = ProbeTest;
+using GLWidgetUpdateAll = ProbeTest;
+using GLWidgetRelease = ProbeTest;
+using GLWidgetRenderAllGLTest = ProbeGLTest;
+using GLWidgetRenderChildrenGLTest = ProbeGLTest;
 
 // --- Pixels to GUI units -------------------------------------------------------------------------
 
@@ -34,7 +36,7 @@ struct PixelCase
     float y;
 };
 
-class GLWidgetMouseMovedTo : public GuiTest, public testing::WithParamInterface<PixelCase>
+class GLWidgetMouseMovedTo : public ProbeTest, public testing::WithParamInterface<PixelCase>
 {};
 
 TEST_P(GLWidgetMouseMovedTo, BecomesGuiUnitsFromTheCentreUpward)
@@ -134,12 +136,12 @@ TEST_F(GLWidgetMouseButtons, DeselectNobodyAtTheTopLevel)
     EXPECT_THAT(ProbeWidget::log, ElementsAre("first buttons", "second buttons"));
 }
 
-class GLWidgetPassButtonsToChildren : public GuiTest
+class GLWidgetPassButtonsToChildren : public ProbeTest
 {
 protected:
     void SetUp() override
     {
-        GuiTest::SetUp();
+        ProbeTest::SetUp();
         for (ProbeWidget* child : {&one, &two, &three})
             parent.children.push_back(child);
     }
@@ -260,6 +262,89 @@ TEST_F(GLWidgetRelease, KeepsEverything)
     EXPECT_THAT(GLWidget::topLevel, ElementsAre(&widget));
     EXPECT_EQ(GLWidget::find("any"), &widget);
     EXPECT_EQ(GLWidget::themes.count("default"), 1U);
+}
+
+// --- A top level that grows during a walk -----------------------------------------------------------
+
+/// Opens another widget whenever it is asked for something.
+class Opener : public ProbeWidget
+{
+public:
+    using ProbeWidget::ProbeWidget;
+
+    bool onMouseButtons(bool left, bool middle, bool right) override
+    {
+        open();
+        return ProbeWidget::onMouseButtons(left, middle, right);
+    }
+    bool onPointer(float x, float y) override
+    {
+        open();
+        return ProbeWidget::onPointer(x, y);
+    }
+    bool onKeys(const std::uint8_t* pressed) override
+    {
+        open();
+        return ProbeWidget::onKeys(pressed);
+    }
+    bool update(std::int32_t milliseconds) override
+    {
+        open();
+        return ProbeWidget::update(milliseconds);
+    }
+    bool render() override
+    {
+        open();
+        return true;
+    }
+    bool fitChildren() override
+    {
+        open();
+        return ProbeWidget::fitChildren();
+    }
+
+private:
+    void open()
+    {
+        log.push_back(name);
+        GLWidget::topLevel.push_back(&opened);
+        GLWidget::topLevel.shrink_to_fit();
+    }
+
+    ProbeWidget opened{"opened", nullptr, {}, theme};
+};
+
+using GLWidgetTopLevelGLTest = ProbeGLTest;
+
+TEST_F(GLWidgetTopLevelGLTest, MayGrowWhileItIsWalked)
+{
+    const std::array<std::uint8_t, 512> pressed{};
+    const std::pair<const char*, std::function<void()>> walks[] = {
+        {"pointer",
+         [] {
+             GLWidget::mouseMoved({1.0F, 1.0F});
+         }},
+        {"buttons", [] { GLWidget::mouseButtons(true, false, false); }},
+        {"keys", [&] { GLWidget::keysChanged(pressed.data()); }},
+        {"update", [] { GLWidget::updateAll(1); }},
+        {"render", [] { GLWidget::renderAll(); }},
+    };
+    for (const auto& [what, walk] : walks) {
+        Opener opener("opener");
+        ProbeWidget last("last");
+        GLWidget::topLevel = {&opener, &last};
+        GLWidget::topLevel.shrink_to_fit();
+        ProbeWidget::log.clear();
+
+        walk();
+
+        // What was opened is reached too: a press that opens a box is no press on its buttons.
+        EXPECT_EQ(ProbeWidget::log.front(), "opener") << what;
+        ASSERT_GE(ProbeWidget::log.size(), 3U) << what;
+        EXPECT_EQ(ProbeWidget::log.end()[-2], std::string("last ") + what);
+        EXPECT_EQ(ProbeWidget::log.back(), std::string("opened ") + what);
+        GLWidget::topLevel.clear();
+    }
 }
 
 // --- Drawing -------------------------------------------------------------------------------------

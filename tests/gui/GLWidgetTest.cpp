@@ -1,7 +1,9 @@
 #include "gui/GLWidget.h"
 
 #include "tests/gui/ProbeWidget.h"
+#include "tests/support/CapturedErrors.h"
 #include "tests/support/GLRecorder.h"
+#include "tests/support/TemporaryDirectory.h"
 #include "textures/Font.h"
 
 #include <GL/gl.h>
@@ -15,14 +17,14 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::Pair;
 
-using GLWidgetFind = GuiTest;
-using GLWidgetConstruction = GuiTest;
-using GLWidgetConstructionGLTest = GuiGLTest;
-using GLWidgetBase = GuiTest;
-using GLWidgetUpdate = GuiTest;
-using GLWidgetAddChild = GuiTest;
-using GLWidgetFitChildren = GuiTest;
-using GLWidgetDrawingGLTest = GuiGLTest;
+using GLWidgetFind = ProbeTest;
+using GLWidgetConstruction = ProbeTest;
+using GLWidgetConstructionGLTest = ProbeGLTest;
+using GLWidgetBase = ProbeTest;
+using GLWidgetUpdate = ProbeTest;
+using GLWidgetAddChild = ProbeTest;
+using GLWidgetFitChildren = ProbeTest;
+using GLWidgetDrawingGLTest = ProbeGLTest;
 
 // --- The registry --------------------------------------------------------------------------------
 
@@ -129,6 +131,21 @@ TEST_F(GLWidgetConstructionGLTest, SetsScaleViewportAndMessageResult)
     EXPECT_EQ(GLWidget::font.scaleY, 0.5F);
     EXPECT_EQ(GLWidget::messageResult, 0);
     EXPECT_THAT(GLWidget::viewport, ElementsAre(3, 5, 640, 480));
+}
+
+TEST_F(GLWidgetConstructionGLTest, RegistersTheBuiltInThemeWhereNoneIsLoaded)
+{
+    const TemporaryDirectory directory;
+    const CapturedErrors errors;
+    GLWidget::themes.clear();
+
+    const ProbeWidget widget("any");
+
+    ASSERT_NE(widget.theme, nullptr);
+    EXPECT_EQ(widget.theme, GLWidget::themes["default"]);
+    EXPECT_EQ(widget.theme->margin, 0.005F);
+    EXPECT_TRUE(widget.theme->glowEnabled);
+    EXPECT_EQ(GLWidget::font.scaleX, 0.04F);
 }
 
 // --- What the base class does --------------------------------------------------------------------
@@ -258,6 +275,55 @@ TEST_F(GLWidgetBase, BecomesLitAtOnce)
     EXPECT_EQ(widget.glow, 1.0F);
 }
 
+// --- A host's own class ----------------------------------------------------------------------------
+
+/// Overrides every operation, in the order of their slots, with the types that a host writes.
+class HostsWidget : public GLWidget
+{
+public:
+    HostsWidget(const std::string& newName, GLWidget* newParent, Vector newPosition,
+                Theme* newTheme)
+        : GLWidget(newName, newParent, newPosition, newTheme)
+    {}
+    ~HostsWidget() override = default;
+    bool addText(const std::string& line) override { return GLWidget::addText(line + "!"); }
+    bool centreChild(GLWidget* /*child*/, bool /*alongX*/, bool /*alongY*/) override
+    {
+        return true;
+    }
+    bool onMouseButtons(bool /*left*/, bool /*middle*/, bool /*right*/) override { return true; }
+    bool onMouseMove(float /*pixelX*/, float /*pixelY*/) override { return true; }
+    bool onKeys(const std::uint8_t* /*pressed*/) override { return true; }
+    bool onPointer(float /*x*/, float /*y*/) override { return true; }
+    bool update(std::int32_t /*milliseconds*/) override { return true; }
+    bool render() override { return true; }
+    Vector move(Vector delta) override { return GLWidget::move(delta * 2.0F); }
+    bool isExclusive() const override { return true; }
+    std::string typeName() const override { return "HostsWidget"; }
+    bool addChild(GLWidget* /*child*/) override { return true; }
+    Vector getRect() const override { return {0.0F, 0.0F, 1.0F, 2.0F}; }
+    Vector getClientRect() const override { return {}; }
+    bool fitChildren() override { return true; }
+    bool deselect(GLWidget* /*chosen*/) override { return true; }
+    bool addTab(std::int32_t /*index*/, const std::string& /*title*/) override { return true; }
+    bool addToTab(std::int32_t /*index*/, GLWidget* /*child*/) override { return true; }
+    bool hitTest() const override { return true; }
+};
+
+TEST_F(GLWidgetBase, CanBeOverriddenInEveryOperation)
+{
+    Seen<HostsWidget> widget("host", nullptr, {1.0F, 2.0F}, &theme);
+    GLWidget& base = widget;
+
+    base.addText("text");
+    const Vector moved = base.move({0.25F, -0.25F});
+
+    EXPECT_THAT(widget.lines, ElementsAre("text!"));
+    EXPECT_EQ(moved.x, 1.5F);
+    EXPECT_EQ(moved.y, 1.5F);
+    EXPECT_EQ(base.typeName(), "HostsWidget");
+}
+
 // --- Hit test ------------------------------------------------------------------------------------
 
 struct HitCase
@@ -268,7 +334,7 @@ struct HitCase
     bool isHit;
 };
 
-class GLWidgetHitTestAt : public GuiTest, public testing::WithParamInterface<HitCase>
+class GLWidgetHitTestAt : public ProbeTest, public testing::WithParamInterface<HitCase>
 {};
 
 TEST_P(GLWidgetHitTestAt, CountsThePointerStrictlyInside)
@@ -301,6 +367,16 @@ TEST_F(GLWidgetUpdate, SumsTheMilliseconds)
     EXPECT_TRUE(widget.update(17));
 
     EXPECT_EQ(widget.elapsed, 33);
+}
+
+TEST_F(GLWidgetUpdate, GoesOnWithItsSumBehindTheLargestNumber)
+{
+    ProbeWidget widget("any");
+    widget.elapsed = 2147483647;
+
+    widget.update(2);
+
+    EXPECT_EQ(widget.elapsed, -2147483647);
 }
 
 TEST_F(GLWidgetUpdate, LightsUpUnderThePointerAndSettlesAtOne)
@@ -461,14 +537,49 @@ TEST_F(GLWidgetAddChild, ChoosesAgainAlsoWhenAPlainChildIsAdded)
     EXPECT_THAT(ProbeWidget::log, ElementsAre("two deselect"));
 }
 
+TEST_F(GLWidgetAddChild, AsksAtEachAdditionWhichChildIsExclusive)
+{
+    ProbeWidget parent("parent");
+    ProbeWidget quiet("quiet", &parent);
+    ProbeWidget sudden("sudden", &parent);
+    ProbeWidget last("last", &parent);
+    // One child came another way, and it changes its answer.
+    parent.children.push_back(&quiet);
+    parent.addChild(&sudden);
+    ASSERT_THAT(ProbeWidget::log, IsEmpty());
+    quiet.exclusive = sudden.exclusive = true;
+
+    parent.addChild(&last);
+
+    EXPECT_TRUE(quiet.active);
+    EXPECT_THAT(ProbeWidget::log, ElementsAre("sudden deselect"));
+    EXPECT_EQ(sudden.chosenOther, &quiet);
+}
+
+TEST_F(GLWidgetAddChild, DoesNotLetAChildThatWasAddedTwiceDeselectItself)
+{
+    ProbeWidget parent("parent");
+    ProbeWidget one("one", &parent);
+    ProbeWidget two("two", &parent);
+    one.exclusive = two.exclusive = true;
+    parent.addChild(&one);
+    parent.addChild(&two);
+    ProbeWidget::log.clear();
+
+    parent.addChild(&one);
+
+    EXPECT_TRUE(one.active);
+    EXPECT_THAT(ProbeWidget::log, ElementsAre("two deselect"));
+}
+
 // The parent is 1 by 0.5 less 6 margins of 0.0625, and two font heights of 0.0625 upward; the child
 // is 0.25 by 0.125.
-class GLWidgetCentreChild : public GuiTest
+class GLWidgetCentreChild : public ProbeTest
 {
 protected:
     void SetUp() override
     {
-        GuiTest::SetUp();
+        ProbeTest::SetUp();
         theme.margin = 0.03125F;
         theme.fontSize = {0.0625F, 0.0625F};
     }

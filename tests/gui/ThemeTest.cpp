@@ -1,5 +1,6 @@
 #include "gui/Theme.h"
 
+#include "tests/gui/CommaLocale.h"
 #include "tests/support/CapturedErrors.h"
 #include "tests/support/TemporaryDirectory.h"
 #include "tests/support/TestWindow.h"
@@ -115,6 +116,19 @@ TEST_F(ThemeSetDefaultsGLTest, GivesTheBuiltInValuesAndLoadsGuiTga)
     EXPECT_NE(theme.texture, 0U);
     EXPECT_EQ(textureRegistry.back().key, (TextureKey{"gui.tga", 0}));
     EXPECT_EQ(textureRegistry.back().id, theme.texture);
+}
+
+TEST_F(ThemeRead, ReadsAndPrintsInTheCLocaleWhateverTheHostHasSet)
+{
+    Theme usual;
+    const std::string usualLog = read(usual, builtInTheme);
+    Theme theme;
+    const CommaLocale commas;
+
+    const std::string log = read(theme, builtInTheme);
+
+    expectBuiltInValues(theme);
+    EXPECT_EQ(log, usualLog);
 }
 
 TEST_F(ThemeRead, ReadsEveryFieldInItsPlace)

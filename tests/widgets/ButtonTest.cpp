@@ -1,14 +1,15 @@
 #include "widgets/Button.h"
 
-#include "tests/widgets/WidgetTest.h"
+#include "tests/gui/GuiTest.h"
+#include "tests/widgets/RenderedCalls.h"
 
 namespace tamor::test
 {
 namespace
 {
-using ButtonSize = WidgetTest;
-using ButtonState = WidgetTest;
-using ButtonDrawingGLTest = WidgetGLTest;
+using ButtonSize = GuiTest;
+using ButtonState = GuiTest;
+using ButtonDrawingGLTest = GuiGLTest;
 
 TEST_F(ButtonSize, IsTheCaptionAndOneFontWidthByOneAndAHalfFontHeights)
 {

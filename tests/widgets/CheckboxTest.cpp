@@ -1,22 +1,23 @@
 #include "widgets/Checkbox.h"
 
-#include "tests/widgets/WidgetTest.h"
+#include "tests/gui/GuiTest.h"
+#include "tests/support/CapturedErrors.h"
+#include "tests/support/GLRecorder.h"
+#include "tests/widgets/RenderedCalls.h"
 #include "widgets/Frame.h"
 #include "widgets/Optionbox.h"
 #include "widgets/Textbox.h"
-
-#include "tests/support/CapturedErrors.h"
 
 namespace tamor::test
 {
 namespace
 {
-using CheckboxSize = WidgetTest;
-using CheckboxState = WidgetTest;
-using CheckboxDrawingGLTest = WidgetGLTest;
-using OptionboxState = WidgetTest;
-using OptionboxGroup = WidgetTest;
-using OptionboxDrawingGLTest = WidgetGLTest;
+using CheckboxSize = GuiTest;
+using CheckboxState = GuiTest;
+using CheckboxDrawingGLTest = GuiGLTest;
+using OptionboxState = GuiTest;
+using OptionboxGroup = GuiTest;
+using OptionboxDrawingGLTest = GuiGLTest;
 
 // --- Checkbox ------------------------------------------------------------------------------------
 

@@ -1,8 +1,9 @@
 #include "widgets/Combobox.h"
 
+#include "tests/gui/GuiTest.h"
 #include "tests/support/CapturedErrors.h"
 #include "tests/support/TemporaryDirectory.h"
-#include "tests/widgets/WidgetTest.h"
+#include "tests/widgets/RenderedCalls.h"
 #include "widgets/Button.h"
 #include "widgets/Frame.h"
 
@@ -14,9 +15,9 @@ namespace
 {
 using testing::ElementsAre;
 
-using ComboboxParts = WidgetTest;
-using ComboboxSize = WidgetTest;
-using ComboboxPointer = WidgetTest;
+using ComboboxParts = GuiTest;
+using ComboboxSize = GuiTest;
+using ComboboxPointer = GuiTest;
 
 /// A box at (0, 0) with three items. It is 1.0625 by 0.75, and each row of its list 0.5 high.
 template <class Base>
@@ -37,8 +38,8 @@ protected:
     Seen<Combobox>* box = nullptr;
 };
 
-using ComboboxState = BoxOfThree<WidgetTest>;
-using ComboboxChoice = BoxOfThree<WidgetTest>;
+using ComboboxState = BoxOfThree<GuiTest>;
+using ComboboxChoice = BoxOfThree<GuiTest>;
 
 TEST_F(ComboboxParts, IsShutAndOwnsAButton)
 {
@@ -51,12 +52,12 @@ TEST_F(ComboboxParts, IsShutAndOwnsAButton)
     EXPECT_EQ(box.getDepth(), 0.0F);
     EXPECT_FALSE(box.isExclusive());
     EXPECT_TRUE(box.deselect(nullptr));
-    EXPECT_THAT(Fields::namesOfChildren(box), ElementsAre("__combo1dropbox"));
+    EXPECT_THAT(namesOfChildren(box), ElementsAre("__combo1dropbox"));
     GLWidget& button = *GLWidget::find("__combo1dropbox");
     EXPECT_EQ(button.typeName(), "Button");
-    EXPECT_EQ(Fields::textOf(button), " ");
-    EXPECT_EQ(Fields::parentOf(button), &box);
-    EXPECT_EQ(Fields::positionOf(button).x, 0.0F);
+    EXPECT_EQ(seen(button).text, " ");
+    EXPECT_EQ(seen(button).parent, &box);
+    EXPECT_EQ(seen(button).position.x, 0.0F);
 }
 
 TEST_F(ComboboxParts, ReadTheButtonsThemeOnce)
@@ -77,8 +78,8 @@ TEST_F(ComboboxParts, ReadTheButtonsThemeOnce)
     EXPECT_EQ(once.substr(0, 33), "reading theme combo_button.theme\n");
     EXPECT_EQ(errors.text(), once);
     EXPECT_EQ(GLWidget::themes["combo_button.theme"], read);
-    EXPECT_EQ(Fields::themeOf(*GLWidget::find("__adropbox")), read);
-    EXPECT_EQ(Fields::themeOf(*GLWidget::find("__bdropbox")), read);
+    EXPECT_EQ(seen(*GLWidget::find("__adropbox")).theme, read);
+    EXPECT_EQ(seen(*GLWidget::find("__bdropbox")).theme, read);
 }
 
 TEST_F(ComboboxSize, IsTheButtonAndSixMargins)
@@ -326,7 +327,7 @@ TEST_F(ComboboxState, HasNoRowsWithoutItems)
     EXPECT_TRUE(box->open);
 }
 
-class ComboboxDrawingGLTest : public WidgetGLTest
+class ComboboxDrawingGLTest : public GuiGLTest
 {
 protected:
     Seen<Combobox>& boxOfTwo()
@@ -359,7 +360,7 @@ glPopMatrix()
 glPushMatrix()
 glTranslatef(1.1875, 2.1875, 0)
 glPushMatrix()
-glLineWidth(2)
+glLineWidth(3)
 glPushMatrix()
 glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA)
 glEnable(GL_BLEND)
@@ -368,15 +369,15 @@ glDisable(GL_DEPTH_TEST)
 glTranslatef(0.09375, 0.1875, 0)
 glPushMatrix()
 glPolygonMode(GL_FRONT_AND_BACK, GL_FILL)
-glColor3f(0.375, 0.25, 0.125)
-GL_POLYGON -0.09375,-0.1875[0,0] -0.09375,0.046875[0,0.625] 0.046875,0.1875[0.375,1] 0.09375,0.1875[1,1] 0.09375,-0.046875[1,0.375] -0.046875,-0.1875[1,0] -0.09375,-0.1875[0,0]
+glColor3f(0.0625, 0.1875, 0.25)
+GL_POLYGON -0.09375,-0.1875[0,0] -0.09375,0.117188[0,0.8125] -0.0234375,0.1875[0.1875,1] 0.09375,0.1875[1,1] 0.09375,-0.117188[1,0.1875] 0.0234375,-0.1875[1,0] -0.09375,-0.1875[0,0]
 glPolygonMode(GL_FRONT_AND_BACK, GL_LINE)
-glColor3f(0.5, 0.25, 0.125)
+glColor3f(0.0625, 0.25, 0.125)
 glDisable(GL_TEXTURE_2D)
-GL_POLYGON -0.09375,-0.1875[0,0] -0.09375,0.046875[0,0.625] 0.046875,0.1875[0.375,1] 0.09375,0.1875[1,1] 0.09375,-0.046875[1,0.375] -0.046875,-0.1875[1,0] -0.09375,-0.1875[0,0]
+GL_POLYGON -0.09375,-0.1875[0,0] -0.09375,0.117188[0,0.8125] -0.0234375,0.1875[0.1875,1] 0.09375,0.1875[1,1] 0.09375,-0.117188[1,0.1875] 0.0234375,-0.1875[1,0] -0.09375,-0.1875[0,0]
 glPopMatrix()
 glPolygonMode(GL_FRONT_AND_BACK, GL_FILL)
-glColor3f(0.5, 0.25, 1)
+glColor3f(0.125, 0.5, 0.75)
 glTranslatef(-0.03125, -0.104167, 0)
 print " "
 glPopMatrix()

@@ -1,6 +1,7 @@
 #include "widgets/Frame.h"
 
-#include "tests/widgets/WidgetTest.h"
+#include "tests/gui/GuiTest.h"
+#include "tests/widgets/RenderedCalls.h"
 #include "widgets/Combobox.h"
 #include "widgets/Label.h"
 #include "widgets/Optionbox.h"
@@ -9,10 +10,10 @@ namespace tamor::test
 {
 namespace
 {
-using FrameState = WidgetTest;
-using FrameSize = WidgetTest;
-using FramePointer = WidgetTest;
-using FrameDrawingGLTest = WidgetGLTest;
+using FrameState = GuiTest;
+using FrameSize = GuiTest;
+using FramePointer = GuiTest;
+using FrameDrawingGLTest = GuiGLTest;
 
 TEST_F(FrameState, BeginsWithoutASizeAndWithoutHover)
 {

@@ -1,14 +1,17 @@
 #include "gui/GLWidget.h"
 
+#include "tests/gui/GuiTest.h"
 #include "tests/support/CapturedErrors.h"
 #include "tests/support/TemporaryDirectory.h"
-#include "tests/widgets/WidgetTest.h"
 #include "widgets/Button.h"
 #include "widgets/Frame.h"
 #include "widgets/GLWindow.h"
 #include "widgets/Label.h"
+#include "widgets/TabWindow.h"
 
 #include <gmock/gmock.h>
+
+#include <algorithm>
 
 namespace tamor::test
 {
@@ -52,8 +55,8 @@ protected:
     TemporaryDirectory directory;
 };
 
-using MessageBox = MessageBoxOf<WidgetTest>;
-using MessageBoxGLTest = MessageBoxOf<WidgetGLTest>;
+using MessageBox = MessageBoxOf<GuiTest>;
+using MessageBoxGLTest = MessageBoxOf<GuiGLTest>;
 
 TEST_F(MessageBox, HasATextAndAnOkayButtonInTheMiddleOfTheWindow)
 {
@@ -62,11 +65,11 @@ TEST_F(MessageBox, HasATextAndAnOkayButtonInTheMiddleOfTheWindow)
     GLWidget& box = *named("");
     EXPECT_THAT(GLWidget::topLevel, ElementsAre(&box));
     EXPECT_EQ(box.typeName(), "GLWindow");
-    EXPECT_EQ(Fields::textOf(box), "Message box");
-    EXPECT_THAT(Fields::namesOfChildren(box), ElementsAre("__msgbox_message", "__msgbox_ok"));
-    EXPECT_EQ(Fields::textOf(*named("_message")), "Hi");
+    EXPECT_EQ(seen(box).text, "Message box");
+    EXPECT_THAT(namesOfChildren(box), ElementsAre("__msgbox_message", "__msgbox_ok"));
+    EXPECT_EQ(seen(*named("_message")).text, "Hi");
     EXPECT_EQ(named("_message")->typeName(), "Label");
-    EXPECT_EQ(Fields::textOf(*named("_ok")), "OK");
+    EXPECT_EQ(seen(*named("_ok")).text, "OK");
     // As wide as its title, 11/16 and 2/8; as high as the label's top at 0.575, 6 margins of 1/16
     // and the strip of 0.5.
     const Vector rect = box.getRect();
@@ -75,10 +78,10 @@ TEST_F(MessageBox, HasATextAndAnOkayButtonInTheMiddleOfTheWindow)
     EXPECT_FLOAT_EQ(rect.z, 0.46875F);
     EXPECT_FLOAT_EQ(rect.w, 0.725F);
     // (0.9375 - 0.375) / 2 - 0.25 / 2.
-    EXPECT_EQ(Fields::positionOf(*named("_ok")).x, 0.15625F);
-    EXPECT_EQ(Fields::positionOf(*named("_ok")).y, 0.0F);
-    EXPECT_EQ(Fields::positionOf(*named("_message")).x, 0.15625F);
-    EXPECT_EQ(Fields::positionOf(*named("_message")).y, 0.2F);
+    EXPECT_EQ(seen(*named("_ok")).position.x, 0.15625F);
+    EXPECT_EQ(seen(*named("_ok")).position.y, 0.0F);
+    EXPECT_EQ(seen(*named("_message")).position.x, 0.15625F);
+    EXPECT_EQ(seen(*named("_message")).position.y, 0.2F);
 }
 
 struct BoxButtons
@@ -104,17 +107,16 @@ TEST_F(MessageBox, HasTheButtonsThatItsFlagsAskForInAFrame)
         GLWidget::widgets.clear();
         open("Hi", row.flags);
 
-        EXPECT_THAT(Fields::namesOfChildren(*named("")),
-                    ElementsAre("__msgbox_message", "__msgbox_frm"));
+        EXPECT_THAT(namesOfChildren(*named("")), ElementsAre("__msgbox_message", "__msgbox_frm"));
         GLWidget& frame = *named("_frm");
         EXPECT_EQ(frame.typeName(), "Frame");
-        EXPECT_EQ(Fields::namesOfChildren(frame), row.names) << row.flags;
+        EXPECT_EQ(namesOfChildren(frame), row.names) << row.flags;
         for (std::size_t i = 0; i < row.names.size(); ++i) {
             GLWidget& button = *GLWidget::find(row.names[i]);
-            EXPECT_EQ(Fields::textOf(button), row.captions[i]);
-            EXPECT_EQ(Fields::positionOf(button).x, places[i]);
-            EXPECT_EQ(Fields::positionOf(button).y, 0.0F);
-            EXPECT_EQ(Fields::parentOf(button), &frame);
+            EXPECT_EQ(seen(button).text, row.captions[i]);
+            EXPECT_EQ(seen(button).position.x, places[i]);
+            EXPECT_EQ(seen(button).position.y, 0.0F);
+            EXPECT_EQ(seen(button).parent, &frame);
         }
     }
 }
@@ -127,8 +129,8 @@ TEST_F(MessageBox, FitsItsFrameAndCentresIt)
     const Vector rect = named("")->getRect();
     EXPECT_FLOAT_EQ(rect.z, 0.725F);
     EXPECT_FLOAT_EQ(rect.w, 0.8125F);
-    EXPECT_FLOAT_EQ(Fields::positionOf(*named("_frm")).x, 0.0F);
-    EXPECT_FLOAT_EQ(Fields::positionOf(*named("_message")).x, 0.4125F);
+    EXPECT_FLOAT_EQ(seen(*named("_frm")).position.x, 0.0F);
+    EXPECT_FLOAT_EQ(seen(*named("_message")).position.x, 0.4125F);
 }
 
 TEST_F(MessageBox, IsDraggedByItsStrip)
@@ -191,10 +193,10 @@ TEST_F(MessageBox, LeavesItsLabelAndItsFrameInTheRegistry)
 
     EXPECT_EQ(named("_message"), label);
     EXPECT_EQ(named("_frm"), frame);
-    EXPECT_EQ(Fields::textOf(*label), "Hi");
-    EXPECT_THAT(Fields::childrenOf(*frame), IsEmpty()) << "its buttons are deleted";
-    EXPECT_EQ(Fields::parentOf(*frame), nullptr) << "and so is its window";
-    EXPECT_EQ(Fields::parentOf(*label), nullptr);
+    EXPECT_EQ(seen(*label).text, "Hi");
+    EXPECT_THAT(seen(*frame).children, IsEmpty()) << "its buttons are deleted";
+    EXPECT_EQ(seen(*frame).parent, nullptr) << "and so is its window";
+    EXPECT_EQ(seen(*label).parent, nullptr);
 
     open("again", 12);
     EXPECT_NE(named("_message"), label);
@@ -251,10 +253,10 @@ TEST_F(MessageBox, ChangesNothingButTheThemeWhileOneIsOpen)
 
     EXPECT_THAT(GLWidget::topLevel, ElementsAre(box));
     EXPECT_EQ(named("_message"), label);
-    EXPECT_EQ(Fields::textOf(*label), "Hi");
+    EXPECT_EQ(seen(*label).text, "Hi");
     EXPECT_EQ(named("_yes"), nullptr);
     EXPECT_NE(GLWidget::themes["messagebox"], first);
-    EXPECT_EQ(Fields::themeOf(*box), first) << "the open box keeps its own";
+    EXPECT_EQ(seen(*box).theme, first) << "the open box keeps its own";
 }
 
 TEST_F(MessageBox, ReadsTheThemeOnEveryCall)
@@ -289,6 +291,202 @@ TEST_F(MessageBoxGLTest, IsBuiltWithoutALookWhenItsThemeIsMissing)
     const Vector rect = named("")->getRect();
     EXPECT_EQ(rect.z - rect.x, 0.0F);
     EXPECT_NE(named("_ok"), nullptr);
+}
+
+// --- What an answer takes away ----------------------------------------------------------------------
+
+/// A widget that tells when it is destroyed.
+class Mortal : public Seen<Frame>
+{
+public:
+    Mortal(const std::string& newName, GLWidget* newParent, Theme* newTheme)
+        : Seen(newName, newParent, Vector(), newTheme, false)
+    {}
+    ~Mortal() override { died.push_back(name); }
+
+    static inline std::vector<std::string> died;
+};
+
+/// A box that a host has put together, since what it is made of counts by name alone, and a
+/// bystander of each kind. What is not destroyed by the GUI, the fixture destroys.
+class MessageBoxTeardown : public GuiTest
+{
+protected:
+    void SetUp() override
+    {
+        GuiTest::SetUp();
+        Mortal::died.clear();
+    }
+
+    void TearDown() override
+    {
+        GLWidget::widgets.clear();
+        const std::vector<std::string> dead = Mortal::died;
+        for (const auto& [name, widget] : all) {
+            if (std::find(dead.begin(), dead.end(), name) == dead.end())
+                delete widget;
+        }
+        GuiTest::TearDown();
+    }
+
+    Mortal& add(const std::string& name, Mortal* parent)
+    {
+        auto* const widget = new Mortal(name, parent, &theme);
+        all.emplace_back(name, widget);
+        if (parent != nullptr)
+            parent->children.push_back(widget);
+        return *widget;
+    }
+
+    static std::vector<std::string> nullEntries()
+    {
+        std::vector<std::string> names;
+        for (const auto& [name, widget] : GLWidget::widgets) {
+            if (widget == nullptr)
+                names.push_back(name);
+        }
+        return names;
+    }
+
+    std::vector<std::pair<std::string, Mortal*>> all;
+};
+
+TEST_F(MessageBoxTeardown, DestroysTheWindowAndWhatHoldsTheNamesOfItsButtons)
+{
+    Mortal& box = add("__msgbox", nullptr);
+    Mortal& label = add("__msgbox_message", &box);
+    Mortal& frame = add("__msgbox_frm", &box);
+    Mortal& yes = add("__msgbox_yes", &frame);
+    add("__msgbox_no", &frame);
+    Mortal& other = add("other", nullptr);
+    GLWidget::topLevel = {&other, &box};
+    yes.clicked = true;
+
+    GLWidget::updateAll(1);
+
+    EXPECT_THAT(Mortal::died, ElementsAre("__msgbox", "__msgbox_yes", "__msgbox_no"));
+    EXPECT_THAT(nullEntries(), ElementsAre("__msgbox", "__msgbox_cancel", "__msgbox_msg",
+                                           "__msgbox_no", "__msgbox_ok", "__msgbox_yes"));
+    EXPECT_THAT(GLWidget::topLevel, ElementsAre(&other));
+    EXPECT_EQ(label.parent, nullptr);
+    EXPECT_EQ(frame.parent, nullptr);
+    EXPECT_THAT(frame.children, IsEmpty());
+}
+
+TEST_F(MessageBoxTeardown, LeavesAWindowThatIsNotAtTheTopLevel)
+{
+    Mortal& host = add("host", nullptr);
+    Mortal& box = add("__msgbox", &host);
+    Mortal& inside = add("inside", &box);
+    Mortal& okay = add("__msgbox_ok", &box);
+    GLWidget::topLevel = {&host};
+    okay.clicked = true;
+
+    GLWidget::updateAll(1);
+
+    EXPECT_THAT(Mortal::died, ElementsAre("__msgbox_ok"));
+    EXPECT_THAT(host.children, ElementsAre(&box));
+    EXPECT_THAT(box.children, ElementsAre(&inside));
+    EXPECT_EQ(inside.parent, &box);
+    EXPECT_EQ(GLWidget::find("__msgbox"), nullptr) << "the entry alone is cleared";
+}
+
+TEST_F(MessageBoxTeardown, LeavesAHostsOwnChildrenOfTheBoxTheirChildren)
+{
+    Mortal& box = add("__msgbox", nullptr);
+    Mortal& okay = add("__msgbox_ok", &box);
+    Mortal& own = add("own", &box);
+    Mortal& below = add("below", &own);
+    own.children.push_back(&okay);
+    // A child whose name is not its own any more is reached through the tree.
+    Mortal& nameless = add("twin", &box);
+    Mortal& twin = add("twin", nullptr);
+    GLWidget::topLevel = {&box, &twin};
+    okay.clicked = true;
+
+    GLWidget::updateAll(1);
+
+    EXPECT_THAT(Mortal::died, ElementsAre("__msgbox", "__msgbox_ok"));
+    EXPECT_EQ(own.parent, nullptr);
+    EXPECT_THAT(own.children, ElementsAre(&below)) << "without the button";
+    EXPECT_EQ(below.parent, &own);
+    EXPECT_EQ(nameless.parent, nullptr);
+    EXPECT_EQ(GLWidget::find("own"), &own);
+}
+
+TEST_F(MessageBoxTeardown, TakesAButtonOfALayoutsOwnOutOfTheTopLevel)
+{
+    Mortal& okay = add("__msgbox_ok", nullptr);
+    Mortal& other = add("other", nullptr);
+    GLWidget::widgets["alias"] = &okay;
+    GLWidget::topLevel = {&okay, &other};
+    okay.clicked = true;
+
+    GLWidget::updateAll(1);
+
+    EXPECT_THAT(Mortal::died, ElementsAre("__msgbox_ok"));
+    EXPECT_THAT(GLWidget::topLevel, ElementsAre(&other));
+    EXPECT_EQ(GLWidget::find("alias"), nullptr);
+    EXPECT_EQ(GLWidget::messageResult, 1);
+    GLWidget::updateAll(1);
+}
+
+TEST_F(MessageBoxTeardown, TakesAButtonOutOfTheTabsThatHoldIt)
+{
+    auto& pages = make<TabWindow>("pages", nullptr, Vector());
+    pages.addTab(0, "A");
+    pages.addTab(1, "B");
+    auto& label = make<Label>("l", &pages, Vector(), std::string("ab"));
+    Mortal& okay = add("__msgbox_ok", nullptr);
+    pages.addToTab(1, &okay);
+    pages.addToTab(1, &label);
+    pages.fitChildren();
+    GLWidget::topLevel = {&pages};
+    okay.clicked = true;
+
+    GLWidget::updateAll(1);
+
+    EXPECT_THAT(Mortal::died, ElementsAre("__msgbox_ok"));
+    EXPECT_THAT(pages.tabs[1].widgets, ElementsAre(&label));
+    EXPECT_THAT(pages.tabs[0].widgets, IsEmpty());
+}
+
+TEST_F(MessageBoxTeardown, DestroysAWidgetThatHoldsTwoOfTheNamesOnce)
+{
+    Mortal& okay = add("__msgbox_ok", nullptr);
+    GLWidget::widgets["__msgbox_cancel"] = &okay;
+    GLWidget::widgets["__msgbox"] = &okay;
+    GLWidget::topLevel = {&okay, &okay};
+    okay.clicked = true;
+
+    GLWidget::updateAll(1);
+
+    EXPECT_THAT(Mortal::died, ElementsAre("__msgbox_ok"));
+    EXPECT_THAT(GLWidget::topLevel, IsEmpty());
+}
+
+TEST_F(MessageBoxTeardown, DestroysWhatHoldsTheNameThatNothingOfTheBoxHas)
+{
+    Mortal& okay = add("__msgbox_ok", nullptr);
+    add("__msgbox_msg", nullptr);
+    okay.clicked = true;
+
+    GLWidget::updateAll(1);
+
+    EXPECT_THAT(Mortal::died, ElementsAre("__msgbox_ok", "__msgbox_msg"));
+}
+
+TEST_F(MessageBoxTeardown, WaitsForAClick)
+{
+    Mortal& box = add("__msgbox", nullptr);
+    Mortal& okay = add("__msgbox_ok", &box);
+    GLWidget::topLevel = {&box};
+
+    GLWidget::updateAll(1);
+
+    EXPECT_THAT(Mortal::died, IsEmpty());
+    EXPECT_EQ(okay.parent, &box);
+    EXPECT_THAT(nullEntries(), ElementsAre("__msgbox_cancel", "__msgbox_no", "__msgbox_yes"));
 }
 } // namespace
 } // namespace tamor::test

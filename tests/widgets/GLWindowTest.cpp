@@ -1,6 +1,7 @@
 #include "widgets/GLWindow.h"
 
-#include "tests/widgets/WidgetTest.h"
+#include "tests/gui/GuiTest.h"
+#include "tests/widgets/RenderedCalls.h"
 #include "widgets/Button.h"
 #include "widgets/Frame.h"
 #include "widgets/Label.h"
@@ -10,12 +11,12 @@ namespace tamor::test
 {
 namespace
 {
-using GLWindowState = WidgetTest;
-using GLWindowSize = WidgetTest;
-using GLWindowHover = WidgetTest;
-using GLWindowDrawingGLTest = WidgetGLTest;
+using GLWindowState = GuiTest;
+using GLWindowSize = GuiTest;
+using GLWindowHover = GuiTest;
+using GLWindowDrawingGLTest = GuiGLTest;
 
-class GLWindowDrag : public WidgetTest
+class GLWindowDrag : public GuiTest
 {
 protected:
     /// A top-level window of 2 by 2 at (0, 0), with the pointer on its strip at (1, 1.75).

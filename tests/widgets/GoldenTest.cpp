@@ -1,8 +1,8 @@
 // Pictures of each widget in each of its states.
 
+#include "tests/gui/GuiTest.h"
 #include "tests/support/CapturedErrors.h"
 #include "tests/support/TemporaryDirectory.h"
-#include "tests/widgets/WidgetTest.h"
 #include "textures/Image.h"
 #include "widgets/Button.h"
 #include "widgets/Checkbox.h"
@@ -67,12 +67,12 @@ std::uint32_t makeIcons()
     return texture;
 }
 
-class GoldenGLTest : public WidgetGLTest
+class GoldenGLTest : public GuiGLTest
 {
 protected:
     void SetUp() override
     {
-        WidgetGLTest::SetUp();
+        GuiGLTest::SetUp();
         GLWidget::font.load("/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf");
         Vector* const icons[] = {&GLWidget::optionFrame, &GLWidget::optionMark,
                                  &GLWidget::checkFrame, &GLWidget::checkMark,
@@ -94,6 +94,7 @@ protected:
         theme.iconSize = 0.12F;
         theme.pressOffset = {0.02F, -0.02F};
         theme.texture = makeIcons();
+        buttonTheme = theme;
     }
 
     /// Builds a widget at the top level.

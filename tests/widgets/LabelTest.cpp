@@ -1,14 +1,15 @@
 #include "widgets/Label.h"
 
-#include "tests/widgets/WidgetTest.h"
+#include "tests/gui/GuiTest.h"
+#include "tests/widgets/RenderedCalls.h"
 
 namespace tamor::test
 {
 namespace
 {
-using LabelSize = WidgetTest;
-using LabelState = WidgetTest;
-using LabelDrawingGLTest = WidgetGLTest;
+using LabelSize = GuiTest;
+using LabelState = GuiTest;
+using LabelDrawingGLTest = GuiGLTest;
 
 struct LabelHeight
 {

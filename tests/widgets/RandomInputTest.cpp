@@ -1,9 +1,9 @@
 // Random input over a layout of all classes: nothing may crash, leave its states or eat memory.
 // Under the sanitisers it also shows that nothing leaves its storage.
 
+#include "tests/gui/GuiTest.h"
 #include "tests/support/CapturedErrors.h"
 #include "tests/support/TemporaryDirectory.h"
-#include "tests/widgets/WidgetTest.h"
 #include "widgets/Button.h"
 #include "widgets/Combobox.h"
 #include "widgets/TabWindow.h"
@@ -77,12 +77,12 @@ std::size_t allocatedBytes()
 }
 #endif
 
-class RandomInputGLTest : public WidgetGLTest
+class RandomInputGLTest : public GuiGLTest
 {
 protected:
     void SetUp() override
     {
-        WidgetGLTest::SetUp();
+        GuiGLTest::SetUp();
         for (const char* file :
              {"default.theme", "combo_button.theme", "tabwin_button.theme", "messagebox.theme"})
             directory.write(file, themeFile);
@@ -146,14 +146,14 @@ protected:
         }
         for (const char* name : textboxes) {
             auto& box = named<Textbox>(name);
-            const std::string& text = Fields::textOf(box);
+            const std::string& text = seen(box).text;
             ASSERT_EQ(text, box.beforeCursor + box.afterCursor);
             ASSERT_LE(std::count(text.begin(), text.end(), '\n') + 1, box.maxRows);
         }
         ASSERT_FALSE(GLWidget::find("first")->isActive() && GLWidget::find("second")->isActive());
         const auto& tabs = named<TabWindow>("tabs");
         ASSERT_TRUE(tabs.currentTab >= 0 && tabs.currentTab < 3);
-        ASSERT_EQ(Fields::childrenOf(*GLWidget::find("tabs")),
+        ASSERT_EQ(seen(*GLWidget::find("tabs")).children,
                   tabs.tabs[static_cast<std::size_t>(tabs.currentTab)].widgets);
     }
 
@@ -165,7 +165,7 @@ protected:
         for (const char* name : textboxes) {
             auto& box = named<Textbox>(name);
             const std::string* const texts[] = {&box.beforeCursor, &box.afterCursor,
-                                                &Fields::textOf(box)};
+                                                &seen(box).text};
             for (const std::string* text : texts)
                 bytes -= text->capacity();
         }

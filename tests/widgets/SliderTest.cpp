@@ -1,16 +1,17 @@
 #include "widgets/Slider.h"
 
-#include "tests/widgets/WidgetTest.h"
+#include "tests/gui/GuiTest.h"
+#include "tests/widgets/RenderedCalls.h"
 #include "widgets/Label.h"
 
 namespace tamor::test
 {
 namespace
 {
-using SliderState = WidgetTest;
-using SliderArea = WidgetTest;
-using SliderDrag = WidgetTest;
-using SliderDrawingGLTest = WidgetGLTest;
+using SliderState = GuiTest;
+using SliderArea = GuiTest;
+using SliderDrag = GuiTest;
+using SliderDrawingGLTest = GuiGLTest;
 
 // The knob is 0.5 wide in the test's theme, so that the area reaches 0.25 around the line.
 

@@ -1,8 +1,9 @@
 #include "widgets/TabWindow.h"
 
+#include "tests/gui/GuiTest.h"
 #include "tests/support/CapturedErrors.h"
 #include "tests/support/TemporaryDirectory.h"
-#include "tests/widgets/WidgetTest.h"
+#include "tests/widgets/RenderedCalls.h"
 #include "widgets/Button.h"
 #include "widgets/Label.h"
 #include "widgets/Optionbox.h"
@@ -17,8 +18,8 @@ namespace
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-using TabWindowBuild = WidgetTest;
-using TabWindowFit = WidgetTest;
+using TabWindowBuild = GuiTest;
+using TabWindowFit = GuiTest;
 
 // A tab's button is a 16th a character wide and an 8th more; between two is an 8th.
 
@@ -52,8 +53,8 @@ protected:
     Seen<Label>* two = nullptr;
 };
 
-using TabWindowSwitch = TwoTabs<WidgetTest>;
-using TabWindowDrawingGLTest = TwoTabs<WidgetGLTest>;
+using TabWindowSwitch = TwoTabs<GuiTest>;
+using TabWindowDrawingGLTest = TwoTabs<GuiGLTest>;
 
 TEST_F(TabWindowBuild, BeginsWithoutTabsTitleAndDragging)
 {
@@ -82,11 +83,11 @@ TEST_F(TabWindowBuild, PutsAButtonForEachTabInARow)
     EXPECT_EQ(window.tabs[1].title, "Second");
     EXPECT_EQ(GLWidget::find("__pagestab0First"), window.tabs[0].button);
     EXPECT_EQ(GLWidget::find("__pagestab1Second"), window.tabs[1].button);
-    EXPECT_EQ(Fields::textOf(*window.tabs[1].button), "Second");
-    EXPECT_EQ(Fields::parentOf(*window.tabs[1].button), &window);
-    EXPECT_EQ(Fields::positionOf(*window.tabs[0].button).x, 0.0F);
-    EXPECT_EQ(Fields::positionOf(*window.tabs[1].button).x, 0.5625F);
-    EXPECT_EQ(Fields::positionOf(*window.tabs[1].button).y, 0.0F);
+    EXPECT_EQ(seen(*window.tabs[1].button).text, "Second");
+    EXPECT_EQ(seen(*window.tabs[1].button).parent, &window);
+    EXPECT_EQ(seen(*window.tabs[0].button).position.x, 0.0F);
+    EXPECT_EQ(seen(*window.tabs[1].button).position.x, 0.5625F);
+    EXPECT_EQ(seen(*window.tabs[1].button).position.y, 0.0F);
     EXPECT_THAT(window.children, IsEmpty());
 }
 
@@ -101,7 +102,7 @@ TEST_F(TabWindowBuild, GivesTabsThatNobodyNamedAButtonToo)
     EXPECT_EQ(GLWidget::find("__pagestab0"), window.tabs[0].button);
     const Vector empty = window.tabs[0].button->getRect();
     EXPECT_EQ(empty.z - empty.x, 0.125F) << "a font width";
-    EXPECT_EQ(Fields::positionOf(*window.tabs[2].button).x, 0.5F);
+    EXPECT_EQ(seen(*window.tabs[2].button).position.x, 0.5F);
 }
 
 TEST_F(TabWindowBuild, EmptiesATabThatIsNamedAgainAndRebuildsTheRow)
@@ -120,7 +121,7 @@ TEST_F(TabWindowBuild, EmptiesATabThatIsNamedAgainAndRebuildsTheRow)
     EXPECT_THAT(window.tabs[1].widgets, ElementsAre(&label));
     EXPECT_EQ(GLWidget::find("__pagestab0Longer"), window.tabs[0].button);
     EXPECT_EQ(GLWidget::find("__pagestab0A"), nullptr) << "that button is deleted";
-    EXPECT_EQ(Fields::positionOf(*window.tabs[1].button).x, 0.625F);
+    EXPECT_EQ(seen(*window.tabs[1].button).position.x, 0.625F);
     EXPECT_EQ(window.children.size(), 2U) << "the tree is not told";
 }
 
@@ -143,7 +144,7 @@ TEST_F(TabWindowBuild, ReadsTheButtonsThemeOnceForAllWindows)
 
     EXPECT_EQ(once.substr(0, 34), "reading theme tabwin_button.theme\n");
     EXPECT_EQ(errors.text(), once);
-    EXPECT_EQ(Fields::themeOf(*second.tabs[0].button), GLWidget::themes["tabwin_button.theme"]);
+    EXPECT_EQ(seen(*second.tabs[0].button).theme, GLWidget::themes["tabwin_button.theme"]);
 }
 
 TEST_F(TabWindowBuild, CollectsTheWidgetsOfAllTabs)
@@ -171,7 +172,7 @@ TEST_F(TabWindowBuild, CallsATabThatNobodyNamedUnnamedAndLeavesItsButton)
     window.addToTab(0, &label);
 
     EXPECT_EQ(window.tabs[0].title, "unnamed");
-    EXPECT_EQ(Fields::textOf(*window.tabs[0].button), "");
+    EXPECT_EQ(seen(*window.tabs[0].button).text, "");
 }
 
 TEST_F(TabWindowBuild, IsAsWideAsTheRowOfButtons)
@@ -205,6 +206,56 @@ TEST_F(TabWindowBuild, StaysInsideItsStorageWhateverItIsAsked)
     window.update(1);
     window.move(Vector(1.0F, 1.0F));
     EXPECT_EQ(window.currentTab, 0);
+}
+
+TEST_F(TabWindowBuild, RefusesMoreTabsThanMemoryHolds)
+{
+    auto& window = make<TabWindow>("pages", nullptr, Vector());
+    auto& label = make<Label>("l", &window, Vector(), std::string("ab"));
+    window.addTab(0, "A");
+    Button* const button = window.tabs[0].button;
+    const CapturedErrors errors;
+
+    EXPECT_FALSE(window.addTab(2000000000, "far"));
+    EXPECT_FALSE(window.addTab(2147483647, "farther"));
+    EXPECT_FALSE(window.addToTab(2000000000, &label));
+
+    EXPECT_EQ(errors.text(), "Error adding tab 2000000000 to 'pages': too many for the memory\n"
+                             "Error adding tab 2147483647 to 'pages': too many for the memory\n"
+                             "Error adding tab 2000000000 to 'pages': too many for the memory\n");
+    ASSERT_EQ(window.tabs.size(), 1U);
+    EXPECT_EQ(window.tabs[0].button, button);
+    EXPECT_THAT(window.children, IsEmpty());
+}
+
+TEST_F(TabWindowBuild, ClearsTheNameOfAButtonThatItDeletesAndNoOther)
+{
+    auto& window = make<TabWindow>("pages", nullptr, Vector());
+    window.addTab(0, "A");
+    window.addTab(1, "B");
+    // Another widget has taken the second button's name over.
+    auto& other = make<Label>("__pagestab1B", nullptr, Vector(), std::string("ab"));
+
+    window.addTab(0, "C");
+    window.tabs[1].title = "D";
+    window.addTab(0, "C");
+
+    EXPECT_EQ(GLWidget::find("__pagestab0A"), nullptr);
+    EXPECT_EQ(GLWidget::find("__pagestab0C"), window.tabs[0].button);
+    EXPECT_EQ(GLWidget::find("__pagestab1D"), window.tabs[1].button);
+    EXPECT_EQ(GLWidget::find("__pagestab1B"), nullptr) << "the button took its name back first";
+    EXPECT_EQ(other.text, "ab");
+}
+
+TEST_F(TabWindowBuild, LeavesANameThatAnotherWidgetHasTakenOver)
+{
+    auto& window = make<TabWindow>("pages", nullptr, Vector());
+    window.addTab(0, "A");
+    auto& other = make<Label>("__pagestab0A", nullptr, Vector(), std::string("ab"));
+
+    window.addTab(0, "B");
+
+    EXPECT_EQ(GLWidget::find("__pagestab0A"), &other);
 }
 
 TEST_F(TabWindowBuild, MakesOneGroupOfTheOptionsOfAllTabs)
@@ -246,9 +297,9 @@ TEST_F(TabWindowFit, TakesTheHeightOfTheTallestTabAndPlacesTheButtons)
     EXPECT_EQ(window.dimensions.y, 4.0F);
     EXPECT_THAT(window.children, ElementsAre(&low)) << "the first tab is shown";
     // (1, 2) and (4 * 0.125, 4 - 1.75 * 0.25).
-    EXPECT_EQ(Fields::positionOf(*window.tabs[0].button).x, 1.5F);
-    EXPECT_EQ(Fields::positionOf(*window.tabs[0].button).y, 5.5625F);
-    EXPECT_EQ(Fields::positionOf(*window.tabs[1].button).x, 2.0625F);
+    EXPECT_EQ(seen(*window.tabs[0].button).position.x, 1.5F);
+    EXPECT_EQ(seen(*window.tabs[0].button).position.y, 5.5625F);
+    EXPECT_EQ(seen(*window.tabs[1].button).position.x, 2.0625F);
     EXPECT_EQ(window.dimensions.x, 1.6875F) << "0.5 and the row of 1.1875";
 }
 
@@ -258,12 +309,12 @@ TEST_F(TabWindowFit, MovesTheButtonsAgainWhenCalledAgain)
     window.addTab(0, "First");
     window.dimensions = Vector(4.0F, 4.0F);
     window.fitChildren();
-    const float once = Fields::positionOf(*window.tabs[0].button).x;
+    const float once = seen(*window.tabs[0].button).position.x;
     EXPECT_EQ(once, 1.5F);
 
     window.fitChildren();
 
-    EXPECT_EQ(Fields::positionOf(*window.tabs[0].button).x, 3.0F);
+    EXPECT_EQ(seen(*window.tabs[0].button).position.x, 3.0F);
 }
 
 TEST_F(TabWindowSwitch, ShowsTheTabWhoseButtonIsPressed)
@@ -330,20 +381,20 @@ TEST_F(TabWindowSwitch, GivesTheButtonsThePointerAsItIsAndTime)
     window->onPointer(rect.x + 0.1F, rect.y + 0.1F);
     EXPECT_TRUE(button.isHovered());
 
-    EXPECT_EQ(callsOfRender(button).find("glColor3f(0.75, 0.5, 0.25)"), std::string::npos);
+    EXPECT_EQ(callsOfRender(button).find("glColor3f(0.1875, 0.5625, 0.75)"), std::string::npos);
     window->update(4);
-    EXPECT_NE(callsOfRender(button).find("glColor3f(0.75, 0.5, 0.25)"), std::string::npos);
+    EXPECT_NE(callsOfRender(button).find("glColor3f(0.1875, 0.5625, 0.75)"), std::string::npos);
 }
 
 TEST_F(TabWindowSwitch, MovesItsButtonsAlong)
 {
-    const float before = Fields::positionOf(*window->tabs[1].button).x;
+    const float before = seen(*window->tabs[1].button).position.x;
 
     const Vector moved = window->move(Vector(0.5F, 0.25F));
 
     EXPECT_EQ(moved.x, 1.5F);
     EXPECT_EQ(moved.y, 2.25F);
-    EXPECT_EQ(Fields::positionOf(*window->tabs[1].button).x, before + 0.5F);
+    EXPECT_EQ(seen(*window->tabs[1].button).position.x, before + 0.5F);
 }
 
 TEST_F(TabWindowSwitch, CannotBeDragged)
@@ -390,13 +441,13 @@ glDisable(GL_TEXTURE_2D)
 glEnable(GL_BLEND)
 GL_POLYGON -1,-2[0,0] -1,1.5[0,0.875] -0.5,2[0.125,1] 1,2[1,1] 1,-1.5[1,0.125] 0.5,-2[1,0] -1,-2[0,0]
 glPolygonMode(GL_FRONT_AND_BACK, GL_FILL)
-glDisable(GL_TEXTURE_2D)
 glColor4f(0.5, 0.25, 0.125, 0.5)
+glDisable(GL_TEXTURE_2D)
 GL_LINES -1,1.5 1,1.5
 glPopMatrix()
 glPushMatrix()
 glColor3f(0.5, 0.25, 1)
-glLineWidth(2)
+glLineWidth(3)
 glPushMatrix()
 glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA)
 glEnable(GL_BLEND)
@@ -405,15 +456,15 @@ glDisable(GL_DEPTH_TEST)
 glTranslatef(2.09375, 4, 0)
 glPushMatrix()
 glPolygonMode(GL_FRONT_AND_BACK, GL_FILL)
-glColor3f(0.75, 0.5, 0.25)
-GL_POLYGON -0.25,-0.1875[0,0] -0.25,0.046875[0,0.625] -0.109375,0.1875[0.375,1] 0.25,0.1875[1,1] 0.25,-0.046875[1,0.375] 0.109375,-0.1875[1,0] -0.25,-0.1875[0,0]
+glColor3f(0.1875, 0.5625, 0.75)
+GL_POLYGON -0.25,-0.1875[0,0] -0.25,0.117188[0,0.8125] -0.179688,0.1875[0.1875,1] 0.25,0.1875[1,1] 0.25,-0.117188[1,0.1875] 0.179688,-0.1875[1,0] -0.25,-0.1875[0,0]
 glPolygonMode(GL_FRONT_AND_BACK, GL_LINE)
-glColor3f(1, 0.5, 0.25)
+glColor3f(0.1875, 0.75, 0.375)
 glDisable(GL_TEXTURE_2D)
-GL_POLYGON -0.25,-0.1875[0,0] -0.25,0.046875[0,0.625] -0.109375,0.1875[0.375,1] 0.25,0.1875[1,1] 0.25,-0.046875[1,0.375] 0.109375,-0.1875[1,0] -0.25,-0.1875[0,0]
+GL_POLYGON -0.25,-0.1875[0,0] -0.25,0.117188[0,0.8125] -0.179688,0.1875[0.1875,1] 0.25,0.1875[1,1] 0.25,-0.117188[1,0.1875] 0.179688,-0.1875[1,0] -0.25,-0.1875[0,0]
 glPopMatrix()
 glPolygonMode(GL_FRONT_AND_BACK, GL_FILL)
-glColor3f(0.5, 0.25, 1)
+glColor3f(0.125, 0.5, 0.75)
 glTranslatef(-0.1875, -0.104167, 0)
 print "Second"
 glPopMatrix()
@@ -446,10 +497,10 @@ TEST_F(TabWindowDrawingGLTest, KeepsTheCurrentTabsButtonLitAndHovered)
     window->onPointer(-9.0F, -9.0F);
     EXPECT_FALSE(window->tabs[0].button->isHovered());
     const std::string calls = callsOfRender(*window);
-    const std::size_t lit = calls.find("glColor3f(0.75, 0.5, 0.25)");
+    const std::size_t lit = calls.find("glColor3f(0.1875, 0.5625, 0.75)");
     ASSERT_NE(lit, std::string::npos);
     EXPECT_LT(lit, calls.find("print \"First\""));
-    EXPECT_EQ(calls.find("glColor3f(0.75, 0.5, 0.25)", lit + 1), std::string::npos);
+    EXPECT_EQ(calls.find("glColor3f(0.1875, 0.5625, 0.75)", lit + 1), std::string::npos);
 }
 } // namespace
 } // namespace tamor::test

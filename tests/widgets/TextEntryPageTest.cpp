@@ -1,8 +1,9 @@
 // What docs/text-entry.md says: its layout is loaded and typed into.
 
+#include "tests/gui/GuiTest.h"
 #include "tests/support/CapturedErrors.h"
 #include "tests/support/TemporaryDirectory.h"
-#include "tests/widgets/WidgetTest.h"
+#include "tests/widgets/RenderedCalls.h"
 #include "widgets/Textbox.h"
 
 #include <fstream>
@@ -27,7 +28,7 @@ std::string layoutOfThePage()
     return text.substr(first, text.find("```", first) - first);
 }
 
-using TextEntryPageGLTest = WidgetGLTest;
+using TextEntryPageGLTest = GuiGLTest;
 
 TEST_F(TextEntryPageGLTest, HasALayoutWithABoxThatCanBeTypedInto)
 {
@@ -51,7 +52,7 @@ TEST_F(TextEntryPageGLTest, HasALayoutWithABoxThatCanBeTypedInto)
 
     EXPECT_TRUE(box.isHovered());
     EXPECT_EQ(box.maxRows, 3U);
-    EXPECT_EQ(Fields::textOf(box), "hello\n%d");
+    EXPECT_EQ(seen(box).text, "hello\n%d");
     EXPECT_NE(callsOfRender(box).find("print \"hello/0\""), std::string::npos);
 }
 } // namespace

@@ -4,10 +4,10 @@
 
 #include "kernel/Kernel.h"
 #include "platform/SDLInput.h"
+#include "tests/gui/GuiTest.h"
 #include "tests/platform/SDLEvents.h"
 #include "tests/support/CapturedErrors.h"
 #include "tests/support/ChildProcess.h"
-#include "tests/widgets/WidgetTest.h"
 #include "widgets/Textbox.h"
 
 namespace tamor::test
@@ -31,12 +31,12 @@ private:
     Textbox& box;
 };
 
-class TextboxInputGLTest : public WidgetGLTest
+class TextboxInputGLTest : public GuiGLTest
 {
 protected:
     void SetUp() override
     {
-        WidgetGLTest::SetUp();
+        GuiGLTest::SetUp();
         becomesTrue([] { return takeEvents().empty(); });
         const CapturedErrors errors;
         box = &make<Textbox>("t", nullptr, Vector(), 40, 3);
@@ -52,7 +52,7 @@ protected:
         kernel = nullptr;
         // The sweep ends a process, and this one goes on to further tests.
         shuttingDown = false;
-        WidgetGLTest::TearDown();
+        GuiGLTest::TearDown();
     }
 
     /// One frame with these events in the queue.

@@ -1,7 +1,8 @@
 #include "widgets/Textbox.h"
 
+#include "tests/gui/GuiTest.h"
 #include "tests/support/CapturedErrors.h"
-#include "tests/widgets/WidgetTest.h"
+#include "tests/widgets/RenderedCalls.h"
 #include "widgets/Frame.h"
 #include "widgets/Optionbox.h"
 
@@ -71,15 +72,15 @@ protected:
     Seen<Textbox>* box = nullptr;
 };
 
-using TextboxBuild = WidgetTest;
-using TextboxFocus = FocusedBox<WidgetTest>;
-using TextboxKeys = FocusedBox<WidgetTest>;
-using TextboxUp = FocusedBox<WidgetTest>;
-using TextboxDown = FocusedBox<WidgetTest>;
-using TextboxReturn = FocusedBox<WidgetTest>;
-using TextboxWrap = FocusedBox<WidgetTest>;
-using TextboxTyping = FocusedBox<WidgetTest>;
-using TextboxDrawingGLTest = FocusedBox<WidgetGLTest>;
+using TextboxBuild = GuiTest;
+using TextboxFocus = FocusedBox<GuiTest>;
+using TextboxKeys = FocusedBox<GuiTest>;
+using TextboxUp = FocusedBox<GuiTest>;
+using TextboxDown = FocusedBox<GuiTest>;
+using TextboxReturn = FocusedBox<GuiTest>;
+using TextboxWrap = FocusedBox<GuiTest>;
+using TextboxTyping = FocusedBox<GuiTest>;
+using TextboxDrawingGLTest = FocusedBox<GuiGLTest>;
 
 TEST_F(TextboxBuild, TellsItsSizeOnTheErrorStream)
 {

@@ -1,7 +1,7 @@
 #include "gui/WidgetKinds.h"
 
+#include "tests/gui/GuiTest.h"
 #include "tests/support/CapturedErrors.h"
-#include "tests/widgets/WidgetTest.h"
 #include "widgets/Button.h"
 #include "widgets/Frame.h"
 #include "widgets/GLWindow.h"
@@ -18,13 +18,13 @@ namespace tamor::test
 namespace
 {
 
-class WidgetKinds : public WidgetTest
+class WidgetKinds : public GuiTest
 {
 protected:
     void TearDown() override
     {
         owned.clear();
-        WidgetTest::TearDown();
+        GuiTest::TearDown();
     }
 
     /// Builds what a layout line of this kind ends with, as "name" at (1, 2).
@@ -74,13 +74,13 @@ TEST_F(WidgetKinds, BuildTheirClassesFromTheirFields)
     for (const KindRow& row : rows) {
         GLWidget& widget = *build(row.word, row.fields);
         EXPECT_EQ(widget.typeName(), row.type);
-        EXPECT_EQ(Fields::textOf(widget), row.text) << row.word;
+        EXPECT_EQ(seen(widget).text, row.text) << row.word;
         EXPECT_EQ(printed, row.printed) << row.word;
-        EXPECT_EQ(Fields::nameOf(widget), "name");
-        EXPECT_EQ(Fields::positionOf(widget).x, 1.0F);
-        EXPECT_EQ(Fields::positionOf(widget).y, 2.0F);
-        EXPECT_EQ(Fields::parentOf(widget), nullptr);
-        EXPECT_EQ(Fields::themeOf(widget), &theme);
+        EXPECT_EQ(seen(widget).name, "name");
+        EXPECT_EQ(seen(widget).position.x, 1.0F);
+        EXPECT_EQ(seen(widget).position.y, 2.0F);
+        EXPECT_EQ(seen(widget).parent, nullptr);
+        EXPECT_EQ(seen(widget).theme, &theme);
     }
     EXPECT_TRUE(GLWidget::topLevel.empty()) << "attaching is the reader's";
 }

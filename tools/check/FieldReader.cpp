@@ -1,6 +1,6 @@
 #include "tools/check/FieldReader.h"
 
-#include "gui/TextFields.h"
+#include "gui/FileFields.h"
 #include "tools/check/Words.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 // The checker of layouts. It reads with the engine's functions by the engine's tables; what is made
 // of the lines is the tree's business.
 
-#include "gui/TextFields.h"
+#include "gui/FileFields.h"
 #include "gui/WidgetKinds.h"
 #include "tools/check/Formats.h"
 #include "tools/check/LayoutTree.h"

@@ -1,7 +1,9 @@
-// Drawing a frame takes no memory: all text is drawn from where it stands.
+// What memory is taken and given back: drawing a frame takes none, since all text is drawn from where
+// it stands, and what is deleted by rule is deleted.
 
+#include "tests/gui/GuiTest.h"
 #include "tests/support/CapturedErrors.h"
-#include "tests/widgets/WidgetTest.h"
+#include "tests/support/TemporaryDirectory.h"
 #include "widgets/Button.h"
 #include "widgets/Checkbox.h"
 #include "widgets/Combobox.h"
@@ -20,6 +22,7 @@
 namespace
 {
 std::atomic<int> allocations = 0;
+std::atomic<int> pieces = 0; ///< taken and not yet given back
 } // namespace
 
 // What C++ code takes from here on is counted; the driver's own memory is not. Not to be inlined,
@@ -27,24 +30,28 @@ std::atomic<int> allocations = 0;
 [[gnu::noinline]] void* operator new(std::size_t size)
 {
     ++allocations;
+    ++pieces;
     if (void* const memory = std::malloc(size != 0 ? size : 1))
         return memory;
     throw std::bad_alloc();
 }
 [[gnu::noinline]] void operator delete(void* memory) noexcept
 {
+    if (memory != nullptr)
+        --pieces;
     std::free(memory);
 }
 [[gnu::noinline]] void operator delete(void* memory, std::size_t /*size*/) noexcept
 {
-    std::free(memory);
+    operator delete(memory);
 }
 
 namespace tamor::test
 {
 namespace
 {
-using RenderAllocationGLTest = WidgetGLTest;
+using RenderAllocationGLTest = GuiGLTest;
+using Deletion = GuiTest;
 
 TEST_F(RenderAllocationGLTest, IsNoneInAFrameOfAllClasses)
 {
@@ -84,6 +91,50 @@ TEST_F(RenderAllocationGLTest, IsNoneInAFrameOfAllClasses)
         GLWidget::renderAll();
 
     EXPECT_EQ(allocations - before, 0);
+}
+
+TEST_F(Deletion, OfTheButtonsThatARowIsBuiltAnewFrom)
+{
+    auto& window = make<TabWindow>("pages", nullptr, Vector());
+    for (const char* title : {"First", "Second"})
+        window.addTab(0, title);
+    window.addTab(2, "Third");
+    const int before = pieces;
+
+    window.addTab(2, "Third");
+    window.addTab(0, "Second");
+
+    EXPECT_EQ(pieces, before);
+}
+
+TEST_F(Deletion, OfTheWindowAndTheButtonsOfABox)
+{
+    const TemporaryDirectory directory;
+    directory.write("messagebox.theme", "1 1 1\n1 1 1\n1 1 1\n0 0 0\n1\n1\n2\n0.0625\n0.125\n0\n"
+                                        "0.125 0.25\n0.5 1\n0 0 0\n0.5\nNULL\n1\n");
+    struct Row
+    {
+        std::int32_t flags;
+        const char* button;
+        int kept; ///< theme, label, its text and its name; frame and its list of children
+    };
+    const auto answer = [](std::int32_t flags, const char* button) {
+        const CapturedErrors errors;
+        GLWidget::messageBox("A text longer than a string keeps in itself", flags);
+        seen(*GLWidget::find(button)).clicked = true;
+        GLWidget::updateAll(1);
+    };
+    // All names have their entries from here on.
+    answer(14, "__msgbox_no");
+    answer(1, "__msgbox_ok");
+    for (const Row& row : {Row{1, "__msgbox_ok", 4}, Row{3, "__msgbox_ok", 6},
+                           Row{12, "__msgbox_yes", 6}, Row{14, "__msgbox_cancel", 6}}) {
+        const int before = pieces;
+
+        answer(row.flags, row.button);
+
+        EXPECT_EQ(pieces - before, row.kept) << row.flags;
+    }
 }
 } // namespace
 } // namespace tamor::test

@@ -1,7 +1,11 @@
-#include "tests/widgets/WidgetTest.h"
+#include "tests/widgets/RenderedCalls.h"
+
+#include "tests/support/GLRecorder.h"
 
 #include <cstddef>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 namespace tamor::test
 {
