@@ -73,6 +73,7 @@ constexpr Code allCodes[] = {
     {"texture-format", warning, "a picture whose name tells no format that is read"},
     {"script-string", error, "a string that is not finished ends the program"},
     {"script-index", error, "an index that is not finished ends the program"},
+    {"script-index-range", error, "an index below 0, or of a huge array"},
     {"script-minus", error, "a subtraction ends the program"},
     {"script-digit", error, "a digit in a name ends the program"},
     {"script-else", error, "an else ends the program"},

@@ -40,7 +40,7 @@ public:
 
     std::string readData(std::size_t length)
     {
-        const std::string data(bytes.substr(std::min(at, bytes.size()), length));
+        std::string data(bytes.substr(std::min(at, bytes.size()), length));
         at += length;
         return data;
     }

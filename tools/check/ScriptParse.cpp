@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdlib>
 #include <utility>
 
 namespace tamor::check
@@ -13,6 +14,8 @@ namespace
 {
 // Deeper than a person writes; the checker's own calls go as deep.
 constexpr int deepest = 500;
+
+constexpr long hugeArray = 1000000;
 
 /// What the engine's tests say of each character.
 class CharacterClasses
@@ -68,6 +71,7 @@ private:
     void readString();
     void readPath();
     void readHeader();
+    void checkIndex(std::size_t digits);
     bool readKeyword(std::string_view word, bool& isGlued);
     void readName();
     void readFunctionName(PlacedToken& token);
@@ -227,16 +231,17 @@ void ScriptParser::readPath()
     while (isName(position) || at(position) == '[') {
         const bool isIndex = at(position) == '[';
         while (at(position) == '[') {
-            ++position;
+            const std::size_t digits = ++position;
             while (isNumber(position))
                 ++position;
+            checkIndex(digits);
         }
         if (position >= end || (isIndex && text[position] == '"')) {
             stop("script-index", begin,
                  "the index is not finished, or no literal number: the program ends");
             return;
         }
-        if (isIndex && text[position] != ']') {
+        if (isIndex && (text[position] != ']' || text[position - 1] == '[')) {
             source.report("script-computed-index", begin,
                           "an index is a literal number: this is the whole array");
             lastDropped = position + 1;
@@ -244,6 +249,17 @@ void ScriptParser::readPath()
                 ++lastDropped;
         }
         ++position;
+    }
+}
+
+/// Checks the number that reaches from `digits` to the position.
+void ScriptParser::checkIndex(std::size_t digits)
+{
+    const std::string number(text.substr(digits, position - digits));
+    const long index = std::strtol(number.c_str(), nullptr, 10);
+    if (index < 0 || index >= hugeArray) {
+        source.report("script-index-range", digits,
+                      "an array grows up to its index: " + number + " takes all memory there is");
     }
 }
 
@@ -433,7 +449,8 @@ bool ScriptParser::isSound(std::size_t begin, std::size_t innerEnd)
             return false;
         }
     }
-    return true;
+    // The string is cut by a parenthesis that was taken for the call's.
+    return !isInString || innerEnd >= end || stopAtParenthesis(innerEnd);
 }
 
 bool ScriptParser::stopAtParenthesis(std::size_t offset)
