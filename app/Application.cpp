@@ -9,11 +9,13 @@
 #include <GL/gl.h>
 #include <SDL_keysym.h>
 
+#include <charconv>
 #include <cmath>
-#include <cstdio>
 #include <cstdlib>
 #include <ctime>
 #include <iostream>
+#include <locale>
+#include <sstream>
 
 namespace tamor
 {
@@ -49,12 +51,15 @@ void applyColourSliders()
         glClearColor(red->getValue(), green->getValue(), blue->getValue(), 0.0F);
 }
 
-/// Shows the value of `slider` in `label`.
-void showSliderValue(GLWidget* slider, GLWidget* label, const char* format)
+/// Shows the value of `slider` in `label`, with two decimals, behind `words`. The numbers of the
+/// demonstration are those of the C locale, whatever locale a host has set.
+void showSliderValue(GLWidget* slider, GLWidget* label, const std::string& words)
 {
-    char text[64];
-    std::snprintf(text, sizeof text, format, static_cast<double>(slider->getValue()));
-    label->setCaption(text);
+    char digits[64];
+    const std::to_chars_result result =
+        std::to_chars(digits, digits + sizeof digits, static_cast<double>(slider->getValue()),
+                      std::chars_format::fixed, 2);
+    label->setCaption(words + std::string(digits, result.ptr));
 }
 
 void showSliderValues()
@@ -62,7 +67,7 @@ void showSliderValues()
     GLWidget* const slider1 = GLWidget::find("horz1");
     GLWidget* const label1 = GLWidget::find("horzl1");
     if (slider1 != nullptr && label1 != nullptr)
-        showSliderValue(slider1, label1, "Slider 1: %01.2f");
+        showSliderValue(slider1, label1, "Slider 1: ");
 
     // Meant: the second label asks for the first slider and then shows the second; a layout that
     // has "horz1" and "horzl2" must have "horz2" as well, and one that has not is let off.
@@ -70,7 +75,7 @@ void showSliderValues()
     GLWidget* const slider2 = GLWidget::find("horz2");
     GLWidget* const label2 = GLWidget::find("horzl2");
     if (slider1 != nullptr && label2 != nullptr && slider2 != nullptr)
-        showSliderValue(slider2, label2, "Slider 2: %01.2f");
+        showSliderValue(slider2, label2, "Slider 2: ");
 }
 
 /// Whether the user asked for the end through a widget.
@@ -133,7 +138,7 @@ void openMessageBoxes()
 }
 } // namespace
 
-Application::Application() : EventCatcher(ObjectRef<EventCatcher>()) {}
+Application::Application() = default;
 
 bool Application::run()
 {
@@ -312,8 +317,11 @@ void Application::reportFrameRate()
 {
     const double rate = frameCount * 1000.0 / frameTime;
     setCaption("fps", "FPS: " + std::to_string(static_cast<std::int32_t>(rate)));
-    std::cerr << frameCount << " frames in " << static_cast<float>(frameTime / 1000.0)
-              << " seconds = " << static_cast<float>(rate) << " FPS" << std::endl;
+    std::ostringstream line;
+    line.imbue(std::locale::classic());
+    line << frameCount << " frames in " << static_cast<float>(frameTime / 1000.0)
+         << " seconds = " << static_cast<float>(rate) << " FPS";
+    std::cerr << line.str() << std::endl;
     frameCount = 0;
     frameTime = 0;
 }

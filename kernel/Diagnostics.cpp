@@ -19,7 +19,7 @@ struct SignalInfo
 };
 
 /// How long an exit from within a signal handler may take, in seconds.
-constexpr unsigned exitLimit = 1;
+constexpr unsigned exitLimit = 10;
 
 void endAtOnce(int /*signal*/)
 {
@@ -50,7 +50,7 @@ bool dumpCallStack()
 {
     std::size_t number = callStack.frames.size();
     for (auto frame = callStack.frames.rbegin(); frame != callStack.frames.rend(); ++frame)
-        std::cerr << number-- << " -> " << *frame << std::endl;
+        std::cerr << std::to_string(number--) << " -> " << *frame << std::endl;
     return true;
 }
 
@@ -103,7 +103,6 @@ void signalHandler(int signal)
             std::cerr << "Caught signal " << info.name << " - " << info.description << std::endl;
     }
     std::cerr << "Stack Trace:" << std::endl;
-    // The signal may have come while a library held a lock that its part of the exit waits for.
     std::signal(SIGALRM, endAtOnce);
     alarm(exitLimit);
     std::exit(1);

@@ -41,7 +41,9 @@ bool installSignalHandlers();
 ///     Caught signal SIGINT - Terminal interrupt (ANSI)
 /// and in any case the line
 ///     Stack Trace:
-/// and ends the process with the exit status 1.
+/// and ends the process with the exit status 1 by `exit`. What runs at the exit has ten seconds, and
+/// then the process is ended with the same status: the signal may have come while a library held a
+/// lock that its part of the exit waits for.
 [[noreturn]] void signalHandler(int signal);
 
 /// Does nothing if `condition` is true. Otherwise prints "Assert failed: " and `message`, and ends

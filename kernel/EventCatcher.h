@@ -11,7 +11,7 @@ namespace tamor
 class EventCatcher : public MMObject
 {
 public:
-    explicit EventCatcher(const ObjectRef<EventCatcher>& newParent) : parent(newParent) {}
+    explicit EventCatcher(const ObjectRef<EventCatcher>& newParent = {}) : parent(newParent) {}
 
     /// Handles one event, in a copy of its own.
     /// \return false to end the delivery of this event and make its sending fail. From `EV_UPDATE`

@@ -2,6 +2,7 @@
 
 #include <iostream>
 #include <span>
+#include <string>
 
 namespace tamor
 {
@@ -31,7 +32,7 @@ std::span<const DeliveryClass> classesOf(std::int32_t kind)
 }
 } // namespace
 
-Kernel::Kernel() : EventCatcher(ObjectRef<EventCatcher>()) {}
+Kernel::Kernel() = default;
 
 bool Kernel::addCatcher(const ObjectRef<EventCatcher>& catcher, std::int32_t mask,
                         std::int32_t priority)
@@ -59,8 +60,8 @@ bool Kernel::removeCatcher(const ObjectRef<EventCatcher>& catcher)
     // The reference may be one of a record, which is about to move.
     const EventCatcher* const removed = catcher.get();
     // Meant: the walk steps over a record that moved into an erased place, so of two adjacent
-    // records of one catcher only the first goes; callers that registered twice rely on it.
-    // `KernelTest.RemovingErasesOnlyTheFirstOfTwoAdjacentRecords` holds it.
+    // records of one catcher only the first goes. Nothing here registers twice; it is what a host
+    // is told to expect. `KernelTest.RemovingErasesOnlyTheFirstOfTwoAdjacentRecords` holds it.
     for (std::size_t position = 0; position < catchers.size(); ++position) {
         if (catchers[position].catcher.get() == removed)
             catchers.erase(catchers.begin() + static_cast<std::ptrdiff_t>(position));
@@ -133,12 +134,12 @@ bool Kernel::sendStartupEvents(Event& event)
 
 bool Kernel::sendEvent(const ObjectRef<EventCatcher>& except, Event event)
 {
-    return dispatch(except.get(), event, true);
+    return dispatch(event, Receivers::ALL_BUT, except.get());
 }
 
 bool Kernel::sendEventTo(const ObjectRef<EventCatcher>& target, Event event)
 {
-    return dispatch(target.get(), event, false);
+    return dispatch(event, Receivers::ONLY, target.get());
 }
 
 bool Kernel::handleEvent(Event event)
@@ -158,14 +159,15 @@ void Kernel::rebuildClassLists()
     }
 }
 
-bool Kernel::dispatch(const EventCatcher* ref, const Event& event, bool allButRef)
+bool Kernel::dispatch(const Event& event, Receivers receivers, const EventCatcher* named)
 {
     const std::span<const DeliveryClass> classes = classesOf(event.kind);
     if (classes.empty())
-        std::cerr << event.kind << std::endl;
+        std::cerr << std::to_string(event.kind) << std::endl;
 
     for (const DeliveryClass deliveryClass : classes) {
         const auto index = static_cast<std::size_t>(deliveryClass);
+        // Never printed today, as the kernel refuses nothing: what it comes to serve may fail.
         if (hasClass(internalMask, index) && !processInternal(event)) {
             std::cerr << "Error processing an internal event" << std::endl;
             return false;
@@ -174,8 +176,10 @@ bool Kernel::dispatch(const EventCatcher* ref, const Event& event, bool allButRe
         for (std::size_t j = 0; j < classLists[index].size(); ++j) {
             const auto position = static_cast<std::size_t>(classLists[index][j]);
             EventCatcher* const catcher = catchers[position].catcher.get();
-            const bool isReceiver = allButRef ? catcher != ref : catcher == ref;
-            if (isReceiver && !catcher->handleEvent(event))
+            const bool isNamed = catcher == named;
+            const bool isReceiver = receivers == Receivers::ONLY ? isNamed : !isNamed;
+            // A record may hold no catcher: then nobody is called, whoever was named.
+            if (isReceiver && catcher != nullptr && !catcher->handleEvent(event))
                 return false;
         }
     }

@@ -83,7 +83,13 @@ public:
 
 private:
     void rebuildClassLists();
-    bool dispatch(const EventCatcher* ref, const Event& event, bool allButRef);
+    /// Whom a send reaches of the subscribers: all but the catcher that it names, or that one alone.
+    enum class Receivers
+    {
+        ALL_BUT,
+        ONLY,
+    };
+    bool dispatch(const Event& event, Receivers receivers, const EventCatcher* named);
     bool processInternal(Event event);
     bool sendStartupEvents(Event& event);
 };

@@ -28,7 +28,7 @@ bool failVideo(const char* words)
 }
 } // namespace
 
-GLRender::GLRender(const ObjectRef<Kernel>& kernel) : EventCatcher(ObjectRef<EventCatcher>())
+GLRender::GLRender(const ObjectRef<Kernel>& kernel)
 {
     kernel->addCatcher(ObjectRef<EventCatcher>(this), subscription, priority);
 }

@@ -62,7 +62,7 @@ std::uint32_t symbolOf(const SDL_keysym& key)
 } // namespace
 
 SDLInput::SDLInput(const ObjectRef<Kernel>& newKernel, bool newGrabMouse)
-    : EventCatcher(ObjectRef<EventCatcher>()), kernel(newKernel), grabMouse(newGrabMouse)
+    : kernel(newKernel), grabMouse(newGrabMouse)
 {
     kernel->addCatcher(ObjectRef<EventCatcher>(this), subscription, priority);
 }

@@ -18,8 +18,6 @@ namespace
 class Receiver : public EventCatcher
 {
 public:
-    Receiver() : EventCatcher(ObjectRef<EventCatcher>()) {}
-
     bool handleEvent(Event event) override
     {
         received += event.delta;

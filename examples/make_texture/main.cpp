@@ -131,9 +131,7 @@ class Preview : public EventCatcher
 {
 public:
     Preview(const ObjectRef<Kernel>& kernel, const Image& newImage, std::string newScreenshot)
-        : EventCatcher(ObjectRef<EventCatcher>()),
-          image(newImage),
-          screenshot(std::move(newScreenshot))
+        : image(newImage), screenshot(std::move(newScreenshot))
     {
         kernel->addCatcher(this, 1 << CLASS_GRAPHICS | 1 << CLASS_RENDER | 1 << CLASS_KEYBOARD, 0);
     }

@@ -30,7 +30,7 @@ class ShadedModel : public EventCatcher
 {
 public:
     ShadedModel(const ObjectRef<Kernel>& kernel, const std::vector<std::string>& words)
-        : EventCatcher(ObjectRef<EventCatcher>()), files(words)
+        : files(words)
     {
         kernel->addCatcher(
             this, 1 << CLASS_GRAPHICS | 1 << CLASS_UPDATE | 1 << CLASS_RENDER | 1 << CLASS_KEYBOARD,

@@ -34,9 +34,7 @@ class Viewer : public EventCatcher
 {
 public:
     Viewer(const ObjectRef<Kernel>& kernel, std::string newModelName, std::string newScreenshot)
-        : EventCatcher(ObjectRef<EventCatcher>()),
-          modelName(std::move(newModelName)),
-          screenshot(std::move(newScreenshot))
+        : modelName(std::move(newModelName)), screenshot(std::move(newScreenshot))
     {
         const std::int32_t classes = 1 << CLASS_GRAPHICS | 1 << CLASS_UPDATE | 1 << CLASS_RENDER |
                                      1 << CLASS_MOUSE | 1 << CLASS_KEYBOARD;

@@ -65,7 +65,7 @@ class TerrainViewer : public EventCatcher
 {
 public:
     TerrainViewer(const ObjectRef<Kernel>& kernel, TerrainMesh mesh, std::string newScreenshot)
-        : EventCatcher(ObjectRef<EventCatcher>()), screenshot(std::move(newScreenshot))
+        : screenshot(std::move(newScreenshot))
     {
         // The arrays become a model; what lights and colours it is up to the host.
         putIntoModel(terrain, std::move(mesh));

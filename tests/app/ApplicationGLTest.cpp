@@ -3,15 +3,24 @@
 #include "gui/GLWidget.h"
 #include "gui/Theme.h"
 #include "models/Model.h"
+#include "platform/GLRender.h"
+#include "platform/SDLInput.h"
 #include "tests/support/CapturedErrors.h"
+#include "tests/support/ChildProcess.h"
+#include "tests/support/CommaLocale.h"
 #include "tests/support/GLRecorder.h"
 #include "tests/support/TemporaryDirectory.h"
 #include "tests/support/TestWindow.h"
+#include "tests/support/VirtualDisplay.h"
 
 #include <GL/gl.h>
 #include <gmock/gmock.h>
 
 #include <cmath>
+#include <csignal>
+#include <cstdlib>
+#include <ctime>
+#include <iostream>
 #include <vector>
 
 namespace tamor
@@ -35,8 +44,6 @@ struct Fields : GLWidget
 class Listener : public EventCatcher
 {
 public:
-    Listener() : EventCatcher(ObjectRef<EventCatcher>()) {}
-
     bool handleEvent(Event event) override
     {
         kinds.push_back(event.kind);
@@ -73,12 +80,9 @@ protected:
     /// Has the application load a layout of these lines, behind one that names a theme.
     void load(const std::string& lines)
     {
-        directory.write("plain.theme", "1 1 1\n1 1 1\n1 1 1\n1 1 1\n1\n1\n1\n0.01\n0.1\n0\n"
-                                       "0.04 0.05\n0.7 1\n0 0 0\n0.1\nNULL\n1\n");
-        directory.write("messagebox.theme", "1 1 1\n1 1 1\n1 1 1\n1 1 1\n1\n1\n1\n0.01\n0.1\n0\n"
-                                            "0.04 0.05\n0.7 1\n0 0 0\n0.1\nNULL\n1\n");
-        directory.write("default.theme", "1 1 1\n1 1 1\n1 1 1\n1 1 1\n1\n1\n1\n0.01\n0.1\n0\n"
-                                         "0.04 0.05\n0.7 1\n0 0 0\n0.1\nNULL\n1\n");
+        for (const char* theme : {"plain.theme", "messagebox.theme", "default.theme"})
+            directory.write(theme, "1 1 1\n1 1 1\n1 1 1\n1 1 1\n1\n1\n1\n0.01\n0.1\n0\n"
+                                   "0.04 0.05\n0.7 1\n0 0 0\n0.1\nNULL\n1\n");
         directory.write("my.gui", "THEM plain.theme x\n" + lines);
         const test::CapturedErrors ignored;
         EXPECT_TRUE(send(EV_LOAD_GRAPHICS_RESOURCES));
@@ -160,6 +164,22 @@ TEST_F(ApplicationGLTest, SetsUpFourObjectsAndTheOrigin)
     EXPECT_EQ(application->origin[2], 3600.0F);
 }
 
+TEST_F(ApplicationGLTest, SeedsTheRandomNumbersByTheTime)
+{
+    const auto numbers = [] { return std::vector{std::rand(), std::rand(), std::rand()}; };
+    const std::time_t before = std::time(nullptr);
+
+    send(EV_INITIAL_SETUP);
+
+    const std::vector<int> drawn = numbers();
+    bool isSeedOfTheTime = false;
+    for (std::time_t seed = before; seed <= std::time(nullptr); ++seed) {
+        std::srand(static_cast<unsigned>(seed));
+        isSeedOfTheTime = isSeedOfTheTime || numbers() == drawn;
+    }
+    EXPECT_TRUE(isSeedOfTheTime);
+}
+
 TEST_F(ApplicationGLTest, RenderClearsDrawsTheGUIAndSaysThatItIsDone)
 {
     load("");
@@ -232,6 +252,35 @@ TEST_F(ApplicationGLTest, TheMouseTurnsTheCameraWhateverIsUnderThePointer)
     EXPECT_EQ(application->camera.rotation.z, 15.0F);
     // The move came before the buttons: the press found the pointer on the button.
     EXPECT_TRUE(widget("button").isActive());
+}
+
+TEST_F(ApplicationGLTest, SendsQuitToItselfTooAndTheEndOfADrawingToOthersAlone)
+{
+    class Noticing : public Application
+    {
+    public:
+        bool handleEvent(Event event) override
+        {
+            kinds.push_back(event.kind);
+            return Application::handleEvent(event);
+        }
+
+        std::vector<std::int32_t> kinds;
+    };
+    load("CADD Butt exitbut NULL 0 0 Exit\n");
+    auto* const noticing = new Noticing;
+    noticing->kernel = application->kernel;
+    noticing->kernel->addCatcher(ObjectRef<EventCatcher>(noticing), 0x1FF, 0);
+    Event event;
+
+    event.kind = EV_RENDER;
+    noticing->handleEvent(event);
+    widget("exitbut").setActive();
+    event.kind = EV_UPDATE;
+    noticing->handleEvent(event);
+
+    EXPECT_THAT(noticing->kinds, ElementsAre(EV_RENDER, EV_UPDATE, EV_QUIT));
+    EXPECT_THAT(listener->kinds, ElementsAre(EV_RENDER_DONE, EV_QUIT));
 }
 
 TEST_F(ApplicationGLTest, AFailedUpdateSendsQuitAndEndsTheLoop)
@@ -404,6 +453,76 @@ TEST_F(ApplicationUpdateGLTest, AnActiveExitButtonEndsAtOnce)
 
     // Nothing of the rest was done: the click is still there.
     EXPECT_TRUE(widget("redbut").wasClicked());
+}
+
+TEST_F(ApplicationUpdateGLTest, DoesBeforeTheEndTestWhatComesBeforeItAndNoMore)
+{
+    load("CADD Butt exitbut NULL 0 0 Exit\nCADD Slide red NULL 0 0 0.5 0\n"
+         "CADD Slide green NULL 0 0 0.5 0\nCADD Slide blue NULL 0 0 0.5 0\n"
+         "CADD Slide horz1 NULL 0 0 0.5 0\nCADD Label horzl1 NULL 0 0 one\n");
+    widget("exitbut").setActive();
+    application->camera.reset(1, 1);
+    application->camera.setFrameTime(1);
+    application->objects.push_back({Vector(0, 10, 0), Vector(), 10.0F});
+    sendKeys({'w'});
+    GLWidget::messageResult = 4;
+    const test::GLRecorder recorder;
+    const test::CapturedErrors errors;
+
+    EXPECT_FALSE(update(6000));
+
+    EXPECT_EQ(application->frameCount, 1);
+    EXPECT_EQ(application->frameTime, 6000);
+    EXPECT_EQ(application->camera.position.z, -1.0F);
+    EXPECT_THAT(recorder.calls(), ElementsAre("glClearColor(0.5, 0.5, 0.5, 0)"));
+    EXPECT_EQ(textOf("horzl1"), "Slider 1: 0.50");
+    EXPECT_EQ(GLWidget::messageResult, 4);
+    EXPECT_EQ(errors.text(), "");
+    EXPECT_EQ(application->objects[0].position.y, 10.0F);
+    GLWidget::messageResult = 0;
+}
+
+TEST_F(ApplicationUpdateGLTest, TakesTheAnswerBeforeItOpensABoxWhichWouldClearIt)
+{
+    load("CADD Label status NULL 0 0 Status: ok\nCADD Butt quill NULL 0 0 TEX 0.3 0.3\n");
+    const test::CapturedErrors errors;
+    GLWidget::messageResult = 8;
+    Fields::clickedOf(widget("quill")) = true;
+
+    update();
+
+    EXPECT_EQ(textOf("status"), "Status: YOU CLICKED NO LOL");
+    EXPECT_NE(GLWidget::find("__msgbox"), nullptr);
+}
+
+TEST_F(ApplicationUpdateGLTest, OpensABoxForTheFirstOfSeveralClicksAndUsesUpTheOthers)
+{
+    load("CADD Butt quill NULL 0 0 TEX 0.3 0.3\nCADD Butt redbut NULL 0 0 Red\n");
+    const test::CapturedErrors errors;
+    Fields::clickedOf(widget("redbut")) = true;
+    Fields::clickedOf(widget("quill")) = true;
+
+    update();
+
+    EXPECT_FALSE(widget("redbut").wasClicked());
+    EXPECT_FALSE(widget("quill").wasClicked());
+    EXPECT_EQ(textOf("__msgbox_message"),
+              "Pell wanted this to do something, so it does something.");
+}
+
+TEST_F(ApplicationUpdateGLTest, WritesNumbersInTheCLocale)
+{
+    load("CADD Slide horz1 NULL 0 0 0.5 0\nCADD Label horzl1 NULL 0 0 one\n"
+         "CADD Label fps NULL 0 0 FPS:\n");
+    const test::CommaLocale locale;
+    const test::CapturedErrors errors;
+
+    for (int frame = 0; frame < 5001; ++frame)
+        update(1);
+
+    EXPECT_EQ(textOf("horzl1"), "Slider 1: 0.50");
+    EXPECT_EQ(errors.text(), "5001 frames in 5.001 seconds = 1000 FPS\n");
+    EXPECT_EQ(textOf("fps"), "FPS: 1000");
 }
 
 TEST_F(ApplicationUpdateGLTest, TheFourthEntryOfTheListEnds)
@@ -610,6 +729,45 @@ TEST_F(ApplicationUpdateGLTest, LetsTheGUIsTimePass)
     GLWidget::glowRate = 0;
 }
 
+/// Tells who is registered, when the window is open, and ends the start there.
+class StartedApplication : public Application
+{
+public:
+    bool handleEvent(Event event) override
+    {
+        if (event.kind != EV_LOAD_GRAPHICS_RESOURCES)
+            return Application::handleEvent(event);
+        for (const CatcherRecord& record : kernel->catchers) {
+            EventCatcher* const catcher = record.catcher.get();
+            const auto* const input = dynamic_cast<const SDLInput*>(catcher);
+            std::cout << (input != nullptr                              ? "SDLInput"
+                          : dynamic_cast<GLRender*>(catcher) != nullptr ? "GLRender"
+                          : catcher == this                             ? "Application"
+                                                                        : "?")
+                      << (input != nullptr && input->grabMouse ? " with grab" : "") << ' '
+                      << record.mask << ' ' << record.priority << '\n';
+        }
+        return false;
+    }
+};
+
+TEST(ApplicationRunGLTest, RegistersInputWindowAndItselfInThisOrder)
+{
+    test::useTestDisplay();
+    test::ChildProcess child([] {
+        const ObjectRef<Application> application(new StartedApplication);
+        const bool result = application->run();
+        std::cout << std::boolalpha << result << '\n';
+        return std::raise(SIGHUP);
+    });
+
+    // The run also installed the handlers, which end the process with the status 1.
+    EXPECT_EQ(child.wait().status, 1);
+    EXPECT_EQ(child.output(), "SDLInput 147 500\nGLRender 50 700\nApplication 382 500\ntrue\n");
+    EXPECT_EQ(child.errors(), "Error sending load graphics resources event\n"
+                              "Caught signal SIGHUP - Hangup (POSIX)\nStack Trace:\n");
+}
+
 /// The view from a face, at a model of one triangle around (1, 2, 3).
 class ApplicationFaceViewGLTest : public ApplicationGLTest
 {
@@ -676,13 +834,20 @@ TEST_F(ApplicationFaceViewGLTest, ALevelFaceHasItsSideAlongX)
     expectVector(application->faceUp, 0, 0, -1);
 }
 
-TEST_F(ApplicationFaceViewGLTest, AFaceThatIsAlmostLevelIsNot)
+TEST_F(ApplicationFaceViewGLTest, AFaceIsLevelAbove0Point9999)
 {
-    triangle.faces[0].normal = Vector(0.6F, 0.8F, 0);
-
+    triangle.faces[0].normal = Vector(0.25F, 0.9999F, 0);
     application->viewFromFace(0, 0, 1);
+    expectVector(application->faceSide, 0, 0, 0.25F);
 
-    expectVector(application->faceSide, 0, 0, 0.6F);
+    // The next number.
+    triangle.faces[0].normal = Vector(0.25F, 0.99990004F, 0);
+    application->viewFromFace(0, 0, 1);
+    expectVector(application->faceSide, 1, 0, 0);
+
+    triangle.faces[0].normal = Vector(0.25F, -0.99990004F, 0);
+    application->viewFromFace(0, 0, 1);
+    expectVector(application->faceSide, 1, 0, 0);
 }
 
 TEST_F(ApplicationFaceViewGLTest, AnyOtherDirectionLeavesTheCameraAlone)

@@ -2,11 +2,15 @@
 
 #include "tests/support/CapturedErrors.h"
 #include "tests/support/ChildProcess.h"
+#include "tests/support/CommaLocale.h"
 
 #include <gmock/gmock.h>
 
+#include <unistd.h>
+
 #include <csignal>
 #include <cstdlib>
+#include <iostream>
 
 namespace tamor
 {
@@ -61,6 +65,19 @@ TEST_F(CallStackTest, DumpsTheNewestFirstWithTheHighestNumber)
     EXPECT_EQ(errors.text(), "3 -> load\n2 -> run\n1 -> main\n");
 }
 
+TEST_F(CallStackTest, NumbersInTheCLocale)
+{
+    enableCallStack();
+    for (int count = 0; count < 1000; ++count)
+        pushCall("f");
+    const test::CommaLocale locale;
+    const test::CapturedErrors errors;
+
+    dumpCallStack();
+
+    EXPECT_THAT(errors.text(), testing::StartsWith("1000 -> f\n999 -> f\n"));
+}
+
 TEST_F(CallStackTest, DumpsNothingWhenEmpty)
 {
     const test::CapturedErrors errors;
@@ -103,7 +120,22 @@ TEST(SignalHandler, ReportsAbortUnderItsOldName)
     EXPECT_EQ(reported.errors, "Caught signal SIGIOT - IOT Trap (4.2 BSD)\nStack Trace:\n");
 }
 
-TEST(SignalHandler, IsInstalledForSixSignals)
+TEST(SignalHandler, IsInstalledForSixSignalsAndNoOther)
+{
+    const Reported reported([] {
+        for (int number = 1; number < SIGRTMIN; ++number) {
+            struct sigaction action
+            {};
+            sigaction(number, nullptr, &action);
+            if (action.sa_handler == signalHandler)
+                std::cerr << number << ' ';
+        }
+        return 0;
+    });
+    EXPECT_EQ(reported.errors, "1 2 3 4 6 11 ");
+}
+
+TEST(SignalHandler, EndsTheProcessWithStatus1ForEachOfItsSignals)
 {
     for (const int number : {1, 2, 3, 4, 6, 11}) {
         const Reported reported([number] { return std::raise(number); });
@@ -175,6 +207,39 @@ TEST(SignalHandler, HasOnlyTheHeadingForAnUnknownSignal)
 
     EXPECT_EQ(child.wait().status, 1);
     EXPECT_EQ(child.errors(), "Stack Trace:\n");
+}
+
+/// What runs at the exit from a handler has ten seconds.
+TEST(SignalHandlerExit, WaitsForARoutineOfThreeSeconds)
+{
+    const Reported reported([] {
+        std::atexit([] {
+            sleep(3);
+            std::cerr << "tidied up\n";
+        });
+        return std::raise(SIGINT);
+    });
+
+    EXPECT_EQ(reported.end.status, 1);
+    EXPECT_THAT(reported.errors, testing::EndsWith("Stack Trace:\ntidied up\n"));
+}
+
+TEST(SignalHandlerExit, EndsARoutineThatNeverReturnsAfterTenSeconds)
+{
+    const Reported reported([] {
+        std::atexit([] {
+            const unsigned limit = alarm(0);
+            std::cerr << "ends in " << limit << '\n';
+            alarm(limit);
+            for (;;)
+                pause();
+        });
+        return std::raise(SIGINT);
+    });
+
+    EXPECT_FALSE(reported.end.timedOut);
+    EXPECT_EQ(reported.end.status, 1);
+    EXPECT_THAT(reported.errors, testing::EndsWith("Stack Trace:\nends in 10\n"));
 }
 
 TEST(AssertTrue, DoesNothingForATrueCondition)

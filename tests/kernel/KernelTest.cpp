@@ -2,8 +2,13 @@
 
 #include "tests/kernel/TestCatcher.h"
 #include "tests/support/CapturedErrors.h"
+#include "tests/support/CommaLocale.h"
 
+#include <SDL.h>
+#include <dlfcn.h>
 #include <gmock/gmock.h>
+
+#include <deque>
 
 namespace tamor
 {
@@ -16,6 +21,9 @@ using testing::IsEmpty;
 using testing::Pair;
 
 constexpr std::int32_t allClasses = 0x1FF;
+
+/// What SDL's clock is to say, call by call; SDL's own time when there is nothing more.
+std::deque<Uint32> ticksToCome;
 
 Event eventOf(std::int32_t kind)
 {
@@ -110,6 +118,16 @@ TEST_F(KernelTest, PrintsACodeThatIsNoKindAndServesNobody)
     EXPECT_THAT(log, IsEmpty());
 }
 
+TEST_F(KernelTest, PrintsTheCodeInTheCLocale)
+{
+    const test::CommaLocale locale;
+    const test::CapturedErrors errors;
+
+    kernel->sendEvent(nobody, eventOf(-4711));
+
+    EXPECT_EQ(errors.text(), "-4711\n");
+}
+
 TEST_F(KernelTest, ReleasesTwiceInACatcherOfBothClasses)
 {
     addCatcher("resources", 1 << CLASS_RESOURCES);
@@ -168,6 +186,18 @@ TEST_F(KernelTest, SendToNobodyStillServesTheKernelItself)
 
     EXPECT_THAT(log, IsEmpty());
     EXPECT_TRUE(kernel->quitFlag);
+}
+
+TEST_F(KernelTest, ARecordWithoutACatcherIsPassedOver)
+{
+    TestCatcher* const sender = addCatcher("sender", allClasses);
+    kernel->addCatcher(nobody, allClasses, 0);
+    addCatcher("other", allClasses);
+
+    EXPECT_TRUE(kernel->sendEventTo(nobody, eventOf(EV_MOUSE)));
+    EXPECT_TRUE(kernel->sendEvent(ref(sender), eventOf(EV_KEYBOARD)));
+
+    EXPECT_THAT(log, ElementsAre(Pair("other", 24)));
 }
 
 TEST_F(KernelTest, QuitBeforeTheKernelServesItsClassReachesCatchersOnly)
@@ -344,6 +374,8 @@ TEST_F(KernelTest, SendsOnWhatItReceivesToAllButItself)
 class KernelRun : public KernelFixture
 {
 protected:
+    ~KernelRun() override { ticksToCome.clear(); }
+
     /// The kinds that one catcher of all classes receives until it answers false to the event of
     /// kind `last` for the `times`-th time.
     std::vector<std::int32_t> kindsUntil(std::int32_t last, int times = 1)
@@ -460,20 +492,43 @@ TEST_F(KernelRun, TheReleaseEventIsTheRecordOfTheStart)
                             "Tamor Application", "Tamor Application"));
 }
 
-TEST_F(KernelRun, RenderCarriesTheDeltaOfItsUpdate)
+TEST_F(KernelRun, DeltaIsTheTimeBetweenTheStartsOfTwoFramesAndTheSameInBothEvents)
 {
+    // The timer's start, the end of the kernel's start, and the starts of four frames.
+    ticksToCome = {100, 150, 157, 200, 200, 70000};
     std::vector<std::int32_t> deltas;
     addCatcher("frames", 1 << CLASS_UPDATE | 1 << CLASS_RENDER)->answer = [&](Event& event) {
         deltas.push_back(event.delta);
-        return deltas.size() < 200;
+        return deltas.size() < 8;
     };
 
     kernel->run();
 
-    for (std::size_t frame = 0; frame < deltas.size(); frame += 2) {
-        EXPECT_EQ(deltas[frame], deltas[frame + 1]);
-        EXPECT_GE(deltas[frame], 0);
-    }
+    EXPECT_THAT(deltas, ElementsAre(7, 7, 43, 43, 0, 0, 69800, 69800));
+    EXPECT_THAT(ticksToCome, IsEmpty());
+}
+
+TEST_F(KernelRun, DeltaGoesOnAcrossTheEndOfSDLsClock)
+{
+    ticksToCome = {0xFFFFFFF0, 0xFFFFFFF8, 4};
+    std::int32_t delta = 0;
+    addCatcher("frame", 1 << CLASS_UPDATE)->answer = [&](Event& event) {
+        delta = event.delta;
+        return false;
+    };
+
+    kernel->run();
+
+    EXPECT_EQ(delta, 12);
+}
+
+TEST_F(KernelRun, SendsToAllTheKernelItselfIncluded)
+{
+    // What the kernel receives it sends on, so that the other receives all twice.
+    kernel->addCatcher(ref(kernel), allClasses, 0);
+
+    EXPECT_THAT(kindsUntil(EV_RENDER, 2), ElementsAre(16, 16, 17, 17, 18, 18, 19, 19, 20, 20, 21,
+                                                      21, 26, 26, 26, 26, 26, 26));
 }
 
 TEST_F(KernelRun, GoesOnAfterAQuitEventAlone)
@@ -515,3 +570,13 @@ TEST_F(KernelRun, KeepsATimerThatIsThere)
 }
 } // namespace
 } // namespace tamor
+
+/// Stands before SDL's own, which it calls unless a test says what time it is.
+extern "C" Uint32 SDL_GetTicks()
+{
+    if (tamor::ticksToCome.empty())
+        return reinterpret_cast<Uint32 (*)()>(dlsym(RTLD_NEXT, "SDL_GetTicks"))();
+    const Uint32 ticks = tamor::ticksToCome.front();
+    tamor::ticksToCome.pop_front();
+    return ticks;
+}

@@ -19,9 +19,7 @@ using Deliveries = std::vector<std::pair<std::string, std::int32_t>>;
 class TestCatcher : public EventCatcher
 {
 public:
-    TestCatcher(std::string newName, Deliveries& newLog)
-        : EventCatcher(ObjectRef<EventCatcher>()), name(std::move(newName)), log(newLog)
-    {}
+    TestCatcher(std::string newName, Deliveries& newLog) : name(std::move(newName)), log(newLog) {}
 
     bool handleEvent(Event event) override
     {

@@ -13,13 +13,33 @@
 #include <gmock/gmock.h>
 
 #include <cstdlib>
+#include <optional>
+#include <sstream>
+#include <string>
+#include <utility>
 
 namespace
 {
 bool extensionsFail = false;
 bool videoInfoFails = false;
-std::vector<SDL_GLattr> attributesSet;
+
+/// What the video information says of the hardware; as it is if it is not set.
+std::optional<bool> hardwareBlits;
+std::optional<bool> hardwareSurfaces;
+
+std::vector<std::pair<SDL_GLattr, int>> attributesSet;
 Uint32 videoFlags = 0;
+int videoDepth = 0;
+
+/// What SDL's subsystems and its window were asked, as "init 0x100020", "quit 0x20", "icon none".
+std::vector<std::string> asked;
+
+std::string hexadecimal(Uint32 flags)
+{
+    std::ostringstream text;
+    text << std::hex << std::showbase << flags;
+    return text.str();
+}
 
 template <typename Function>
 Function* next(const char* name)
@@ -38,21 +58,45 @@ extern "C" GLenum glewInit()
 
 extern "C" const SDL_VideoInfo* SDL_GetVideoInfo()
 {
-    if (!videoInfoFails)
-        return next<const SDL_VideoInfo*()>("SDL_GetVideoInfo")();
-    SDL_SetError("no information");
-    return nullptr;
+    if (videoInfoFails) {
+        SDL_SetError("no information");
+        return nullptr;
+    }
+    static SDL_VideoInfo info;
+    info = *next<const SDL_VideoInfo*()>("SDL_GetVideoInfo")();
+    info.blit_hw = hardwareBlits.value_or(info.blit_hw != 0) ? 1 : 0;
+    info.hw_available = hardwareSurfaces.value_or(info.hw_available != 0) ? 1 : 0;
+    return &info;
+}
+
+extern "C" int SDL_InitSubSystem(Uint32 flags)
+{
+    asked.push_back("init " + hexadecimal(flags));
+    return next<int(Uint32)>("SDL_InitSubSystem")(flags);
+}
+
+extern "C" void SDL_QuitSubSystem(Uint32 flags)
+{
+    asked.push_back("quit " + hexadecimal(flags));
+    next<void(Uint32)>("SDL_QuitSubSystem")(flags);
+}
+
+extern "C" void SDL_WM_SetCaption(const char* title, const char* icon)
+{
+    asked.push_back(std::string("title ") + title + ", icon " + (icon == nullptr ? "none" : icon));
+    next<void(const char*, const char*)>("SDL_WM_SetCaption")(title, icon);
 }
 
 extern "C" int SDL_GL_SetAttribute(SDL_GLattr attribute, int value)
 {
-    attributesSet.push_back(attribute);
+    attributesSet.emplace_back(attribute, value);
     return next<int(SDL_GLattr, int)>("SDL_GL_SetAttribute")(attribute, value);
 }
 
 extern "C" SDL_Surface* SDL_SetVideoMode(int width, int height, int depth, Uint32 flags)
 {
     videoFlags = flags;
+    videoDepth = depth;
     return next<SDL_Surface*(int, int, int, Uint32)>("SDL_SetVideoMode")(width, height, depth,
                                                                          flags);
 }
@@ -63,6 +107,7 @@ namespace
 {
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::Pair;
 
 class GLRenderGLTest : public testing::Test
 {
@@ -72,7 +117,11 @@ protected:
         test::useTestDisplay();
         extensionsFail = false;
         videoInfoFails = false;
+        hardwareBlits.reset();
+        hardwareSurfaces.reset();
         attributesSet.clear();
+        SDL_QuitSubSystem(SDL_INIT_VIDEO);
+        asked.clear();
     }
 
     ~GLRenderGLTest() override
@@ -126,8 +175,30 @@ TEST_F(GLRenderGLTest, OpensAWindowWithTheCaptionAndACursor)
     ASSERT_NE(surface, nullptr);
     EXPECT_EQ(surface->w, 800);
     EXPECT_EQ(surface->h, 600);
-    EXPECT_THAT(attributesSet, ElementsAre(SDL_GL_DOUBLEBUFFER));
-    EXPECT_EQ(videoFlags & ~static_cast<Uint32>(SDL_HWACCEL), 0x20000007U);
+    EXPECT_EQ(videoDepth, 24);
+    EXPECT_THAT(attributesSet, ElementsAre(Pair(SDL_GL_DOUBLEBUFFER, 1)));
+    EXPECT_THAT(asked, ElementsAre("init 0x100020", "title a caption, icon none"));
+}
+
+TEST_F(GLRenderGLTest, AsksForAnAcceleratedWindowOnlyWhereBlitsAre)
+{
+    struct Row
+    {
+        bool blits;
+        bool surfaces;
+        bool fullscreen;
+        Uint32 flags;
+    };
+    for (const Row& row :
+         {Row{false, false, false, 0x20000007}, Row{true, false, false, 0x20000107},
+          Row{false, true, false, 0x20000007}, Row{true, true, true, 0xA0000107}}) {
+        hardwareBlits = row.blits;
+        hardwareSurfaces = row.surfaces;
+
+        openWindow(row.fullscreen);
+
+        EXPECT_EQ(videoFlags, row.flags);
+    }
 }
 
 TEST_F(GLRenderGLTest, AFullScreenWindowHasNoCursor)
@@ -135,7 +206,20 @@ TEST_F(GLRenderGLTest, AFullScreenWindowHasNoCursor)
     EXPECT_TRUE(openWindow(true));
 
     EXPECT_EQ(SDL_ShowCursor(SDL_QUERY), SDL_DISABLE);
-    EXPECT_EQ(videoFlags & ~static_cast<Uint32>(SDL_HWACCEL), 0xA0000007U);
+}
+
+TEST_F(GLRenderGLTest, TheProjectionHasTheRatioOfItsWindow)
+{
+    Event event;
+    event.kind = EV_OPEN_WINDOW;
+    event.window.width = 300;
+    event.window.height = 400;
+    const test::GLRecorder recorder;
+
+    render->handleEvent(event);
+
+    EXPECT_THAT(recorder.calls({"glViewport", "gluPerspective"}),
+                ElementsAre("glViewport(0, 0, 300, 400)", "gluPerspective(45, 0.75, 1, 10000)"));
 }
 
 TEST_F(GLRenderGLTest, SetsViewportProjectionAndClearColourInOrder)
@@ -178,6 +262,7 @@ TEST_F(GLRenderGLTest, AFailureOfTheVideoInfoClosesTheSubsystem)
 
     EXPECT_EQ(errors.text(), "SDL_GetVideoInfo() failed. SDL Error: no information\n");
     EXPECT_EQ(SDL_WasInit(SDL_INIT_VIDEO), 0U);
+    EXPECT_THAT(asked, ElementsAre("init 0x100020", "quit 0x20"));
 }
 
 TEST_F(GLRenderGLTest, SaysThatThereIsNoDisplay)
@@ -211,9 +296,12 @@ TEST_F(GLRenderGLTest, ASecondWindowEventSetsANewMode)
     event.window.width = 320;
     event.window.height = 200;
 
+    asked.clear();
+
     EXPECT_TRUE(render->handleEvent(event));
 
     EXPECT_EQ(SDL_GetVideoSurface()->w, 320);
+    EXPECT_THAT(asked, ElementsAre("title , icon none"));
 }
 
 TEST_F(GLRenderGLTest, RenderPresentsTheFrameAndDoesNothingElse)
@@ -230,9 +318,14 @@ TEST_F(GLRenderGLTest, QuitClosesTheVideoSubsystem)
 {
     openWindow();
 
+    SDL_InitSubSystem(SDL_INIT_JOYSTICK);
+    asked.clear();
+
     EXPECT_TRUE(send(EV_QUIT));
 
-    EXPECT_EQ(SDL_WasInit(SDL_INIT_VIDEO), 0U);
+    EXPECT_EQ(SDL_WasInit(SDL_INIT_EVERYTHING), SDL_INIT_JOYSTICK);
+    EXPECT_THAT(asked, ElementsAre("quit 0x20"));
+    SDL_QuitSubSystem(SDL_INIT_JOYSTICK);
 }
 
 TEST_F(GLRenderGLTest, OtherKindsAreIgnored)

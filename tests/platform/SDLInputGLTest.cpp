@@ -16,11 +16,13 @@
 namespace
 {
 bool startFails = false;
+Uint32 startFlags = 0;
 } // namespace
 
 /// Stands before SDL's own, which it calls: no other way is known to make it fail.
 extern "C" int SDL_Init(Uint32 flags)
 {
+    startFlags = flags;
     if (startFails) {
         SDL_SetError("no joysticks today");
         return -1;
@@ -42,8 +44,6 @@ using testing::IsEmpty;
 class Receiver : public EventCatcher
 {
 public:
-    Receiver() : EventCatcher(ObjectRef<EventCatcher>()) {}
-
     bool handleEvent(Event event) override
     {
         received.push_back(event);
@@ -126,6 +126,7 @@ TEST_F(SDLInputGLTest, StartsAndClosesTheJoystickSubsystem)
 
     EXPECT_TRUE(send(EV_LOAD_RESOURCES));
 
+    EXPECT_EQ(startFlags, 0x100200U);
     EXPECT_NE(SDL_WasInit(SDL_INIT_JOYSTICK), 0U);
     EXPECT_EQ(SDL_EnableUNICODE(-1), 1);
     EXPECT_EQ(input->keys[5].state, 0);
@@ -133,8 +134,12 @@ TEST_F(SDLInputGLTest, StartsAndClosesTheJoystickSubsystem)
     EXPECT_FALSE(input->buttonMiddle);
     EXPECT_FALSE(input->buttonRight);
 
+    startFlags = 0;
+    EXPECT_TRUE(send(EV_LOAD_RESOURCES));
+    EXPECT_EQ(startFlags, 0U) << "what runs is not started again";
+
     EXPECT_TRUE(send(EV_RELEASE_RESOURCES));
-    EXPECT_EQ(SDL_WasInit(SDL_INIT_JOYSTICK), 0U);
+    EXPECT_EQ(SDL_WasInit(SDL_INIT_EVERYTHING), SDL_INIT_VIDEO);
 }
 
 TEST_F(SDLInputGLTest, AFailedStartSaysSoAndClosesSDL)
@@ -257,6 +262,47 @@ TEST_F(SDLInputGLTest, TheTimesOfAKeyAreKeptAsTheStatesSay)
     EXPECT_EQ(key.state, 0);
     EXPECT_EQ(key.holdTime, 0);
     EXPECT_EQ(key.repeatTime, 0);
+}
+
+TEST_F(SDLInputGLTest, AKeyUpClearsTheHoldTimeSoThatThePressBehindItWaitsAnew)
+{
+    KeyRecord& key = input->keys['x'];
+    frame({keyEvent(SDL_KEYDOWN, SDLK_x, 'x')}, 10);
+    frame({}, 400);
+
+    frame({keyEvent(SDL_KEYUP, SDLK_x, 'x'), keyEvent(SDL_KEYDOWN, SDLK_x, 'x')}, 10);
+
+    EXPECT_EQ(key.state, 2);
+    EXPECT_EQ(key.holdTime, 0);
+    EXPECT_EQ(key.repeatTime, 420);
+}
+
+TEST_F(SDLInputGLTest, DoesNotReceiveWhatItSends)
+{
+    class Noticing : public SDLInput
+    {
+    public:
+        using SDLInput::SDLInput;
+
+        bool handleEvent(Event event) override
+        {
+            kinds.push_back(event.kind);
+            return SDLInput::handleEvent(event);
+        }
+
+        std::vector<std::int32_t> kinds;
+    };
+    auto* const noticing = new Noticing(kernel, false);
+    kernel->setCatcher(ObjectRef<EventCatcher>(noticing), 0x1FF, 0);
+    Event update;
+    update.kind = EV_UPDATE;
+    for (const Uint16 place : {Uint16{1}, Uint16{2}}) {
+        test::putEvents({motionEvent(place, place)});
+        noticing->handleEvent(update);
+    }
+
+    EXPECT_THAT(noticing->kinds, ElementsAre(EV_UPDATE, EV_UPDATE));
+    EXPECT_EQ(receiver->received.size(), 3U);
 }
 
 TEST_F(SDLInputGLTest, AKeyDownOfAHeldKeyPressesItAgainAndClearsNothingElse)

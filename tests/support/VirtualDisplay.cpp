@@ -11,19 +11,18 @@
 
 namespace tamor::test
 {
-VirtualDisplay::VirtualDisplay()
+VirtualDisplay::VirtualDisplay() : owner(getpid())
 {
     int numberPipe[2];
     if (pipe(numberPipe) != 0) {
         std::perror("a pipe for Xvfb");
         std::exit(2);
     }
-    const pid_t parent = getpid();
     server = fork();
     if (server == 0) {
         // The server must not outlive a test that is killed.
         prctl(PR_SET_PDEATHSIG, SIGTERM);
-        if (getppid() != parent)
+        if (getppid() != owner)
             _exit(2);
         close(numberPipe[0]);
         const std::string descriptor = std::to_string(numberPipe[1]);
@@ -50,6 +49,9 @@ VirtualDisplay::VirtualDisplay()
 
 VirtualDisplay::~VirtualDisplay()
 {
+    // A copy of the process that exits leaves the server to the process that started it.
+    if (getpid() != owner)
+        return;
     kill(server, SIGTERM);
     waitpid(server, nullptr, 0);
 }

@@ -22,6 +22,7 @@ public:
     const std::string& name() const { return displayName; }
 
 private:
+    pid_t owner;
     pid_t server = -1;
     std::string displayName;
 };

@@ -18,7 +18,7 @@ namespace
 class Typist : public EventCatcher
 {
 public:
-    explicit Typist(Textbox& newBox) : EventCatcher(ObjectRef<EventCatcher>()), box(newBox) {}
+    explicit Typist(Textbox& newBox) : box(newBox) {}
 
     bool handleEvent(Event event) override
     {

@@ -21,8 +21,7 @@ constexpr std::chrono::milliseconds pause(8);
 
 Viewer::Viewer(const ObjectRef<Kernel>& kernel, const ObjectRef<Wheel>& newWheel,
                std::unique_ptr<Subject> newSubject, ViewRequest newRequest)
-    : EventCatcher(ObjectRef<EventCatcher>()),
-      wheel(newWheel),
+    : wheel(newWheel),
       subject(std::move(newSubject)),
       request(std::move(newRequest)),
       findings(request.shownName)

@@ -24,7 +24,7 @@ bool Window::handleEvent(Event event)
     return GLRender::handleEvent(event);
 }
 
-Wheel::Wheel(const ObjectRef<Kernel>& kernel) : EventCatcher(ObjectRef<EventCatcher>())
+Wheel::Wheel(const ObjectRef<Kernel>& kernel)
 {
     kernel->addCatcher(this, 1 << CLASS_UPDATE, 0);
 }
