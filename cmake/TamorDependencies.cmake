@@ -32,6 +32,7 @@ tamor_find_module(GLU glu libglu1-mesa-dev)
 
 if(TAMOR_BUILD_TOOLS)
     tamor_find_package(PNG libpng-dev)
+    tamor_find_module(LIBEDIT libedit libedit-dev)
 endif()
 if(TAMOR_BUILD_TESTS)
     tamor_find_package(GTest "libgtest-dev and libgmock-dev")
