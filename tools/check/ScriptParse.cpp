@@ -1,10 +1,9 @@
 #include "tools/check/ScriptParse.h"
 
-#include "script/Tokenizer.h"
+#include "tools/check/ScriptArguments.h"
 #include "tools/check/Words.h"
 
 #include <algorithm>
-#include <array>
 #include <cstdlib>
 #include <utility>
 
@@ -16,31 +15,6 @@ namespace
 constexpr int deepest = 500;
 
 constexpr long hugeArray = 1000000;
-
-/// What the engine's tests say of each character.
-class CharacterClasses
-{
-public:
-    CharacterClasses()
-    {
-        for (std::size_t i = 0; i < 256; ++i) {
-            const std::string front(1, static_cast<char>(i));
-            space[i] = isSpaceChar(front);
-            number[i] = isNumberChar(front);
-            name[i] = isNameChar(front);
-        }
-    }
-
-    std::array<bool, 256> space = {};
-    std::array<bool, 256> number = {};
-    std::array<bool, 256> name = {};
-};
-
-const CharacterClasses& classes()
-{
-    static const CharacterClasses all;
-    return all;
-}
 
 class ScriptParser
 {
@@ -79,8 +53,6 @@ private:
     bool readOperator();
     void readBrace();
     void readArguments(PlacedToken& token);
-    bool isSound(std::size_t begin, std::size_t innerEnd);
-    bool stopAtParenthesis(std::size_t offset);
     void splitArguments(PlacedToken& token, std::size_t begin, std::size_t innerEnd);
     void stop(std::string_view code, std::size_t offset, const std::string& message);
 
@@ -409,55 +381,15 @@ void ScriptParser::readArguments(PlacedToken& token)
     for (; open > 0 && next < end; ++next)
         open += text[next] == '(' ? 1 : text[next] == ')' ? -1 : 0;
     const std::size_t innerEnd = std::max(next - 1, begin);
-    if (isSound(begin, open == 0 ? innerEnd : end)) {
-        if (open != 0)
-            stop("script-paren", position, "this parenthesis is never closed");
-        else
-            splitArguments(token, begin, innerEnd);
-    }
+    const std::size_t soundEnd = open == 0 ? innerEnd : end;
+    if (const std::optional<ArgumentFault> fault =
+            faultOfArguments(text.substr(0, end), begin, soundEnd))
+        stop(fault->code, fault->offset, fault->message);
+    else if (open != 0)
+        stop("script-paren", position, "this parenthesis is never closed");
+    else
+        splitArguments(token, begin, innerEnd);
     position = next;
-}
-
-/// Whether the text between the parentheses comes out in the pieces that it is written in.
-bool ScriptParser::isSound(std::size_t begin, std::size_t innerEnd)
-{
-    int open = 0;
-    int openInString = 0;
-    bool isInString = false;
-    for (std::size_t i = begin; i < innerEnd; ++i) {
-        const char c = text[i];
-        if (isInString && c == '\'') {
-            ++i;
-        } else if (c == '"') {
-            // What is balanced in a string does no harm.
-            if (isInString && openInString > 0)
-                return stopAtParenthesis(i);
-            isInString = !isInString;
-            openInString = 0;
-        } else if (c == '(' || c == ')') {
-            int& count = isInString ? openInString : open;
-            count += c == '(' ? 1 : -1;
-            if (openInString < 0)
-                return stopAtParenthesis(i);
-        } else if (c == ',' && isInString) {
-            stop("script-comma", i,
-                 "a comma in a string cuts the argument: the program ends; build the string first");
-            return false;
-        } else if (c == ',' && open > 0) {
-            stop("script-comma", i,
-                 "a comma of a call inside a call cuts the outer one: call the inner one first");
-            return false;
-        }
-    }
-    // The string is cut by a parenthesis that was taken for the call's.
-    return !isInString || innerEnd >= end || stopAtParenthesis(innerEnd);
-}
-
-bool ScriptParser::stopAtParenthesis(std::size_t offset)
-{
-    stop("script-paren-string", offset,
-         "a parenthesis in a string counts as one of the call: build the string first");
-    return false;
 }
 
 void ScriptParser::splitArguments(PlacedToken& token, std::size_t begin, std::size_t innerEnd)
