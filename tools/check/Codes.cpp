@@ -64,6 +64,7 @@ constexpr Code allCodes[] = {
     {"config-number-dropped", warning, "a line has too many numbers"},
     {"config-range", warning, "a number outside its range"},
     {"config-font-blank", warning, "a font's path has a blank"},
+    {"layout-missing", error, "a working directory without a layout"},
     {"theme-missing", error, "a theme that is not there"},
     {"theme-default", warning, "a theme that the engine looks for is not there"},
     {"theme-font-size", warning, "themes of one layout with different font sizes"},

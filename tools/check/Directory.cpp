@@ -47,6 +47,7 @@ private:
     void checkLayoutFile(Source& layout);
     void checkFontSizes(Source& layout);
     void checkNames(Source& layout) const;
+    bool lacksLayout() const;
     void checkShaderPair(const std::string& path, Source& source) const;
     std::string didYouMeanFile(const std::string& path) const;
 
@@ -203,6 +204,17 @@ void DirectoryCheck::checkNames(Source& layout) const
     }
 }
 
+/// Whether the directory has what goes with a layout, and none.
+bool DirectoryCheck::lacksLayout() const
+{
+    const auto hasKind = [&](FileKind kind) {
+        return std::any_of(files.begin(), files.end(),
+                           [=](const auto& file) { return file.second.kind == kind; });
+    };
+    return !hasKind(FileKind::layout) && hasKind(FileKind::theme) &&
+           hasKind(FileKind::configuration);
+}
+
 void DirectoryCheck::checkShaderPair(const std::string& path, Source& source) const
 {
     const bool isVertex = path.ends_with(".vert");
@@ -241,6 +253,10 @@ DirectoryFindings DirectoryCheck::run()
     }
     DirectoryFindings all;
     all.files = files.size();
+    if (lacksLayout()) {
+        all.findings.push_back({(directory / "my.gui").string(), 1, 1, &codeNamed("layout-missing"),
+                                "there is no layout: the demonstration waits for ever"});
+    }
     for (auto& [path, file] : files) {
         sortFindings(file.source);
         const std::vector<Finding>& found = file.source.findings;
