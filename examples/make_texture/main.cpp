@@ -3,8 +3,7 @@
 ///
 ///     tamor-make-texture OUT SIZE PROCEDURE... [--preview | --screenshot FILE]
 ///
-/// OUT is a ".tga" file, which the engine reads back, or a ".ppm" one. A procedure is a word and
-/// its numbers: invert; clamp; normalise; blur RADIUS; perlin OCTAVES FREQUENCY AMPLITUDE
+/// OUT is a TGA file, which the engine reads back. A procedure is a word and its numbers: invert; clamp; normalise; blur RADIUS; perlin OCTAVES FREQUENCY AMPLITUDE
 /// FREQUENCY_FACTOR AMPLITUDE_FACTOR; scroll DX DY RED GREEN BLUE ALPHA; blend THIS OTHER IMAGE.
 /// Clouds in a blue sky, which `scroll` fills in from the side:
 ///
@@ -15,13 +14,9 @@
 /// FILE.
 #include "platform/GLee.h"
 
-#include "examples/Screenshot.h"
-#include "platform/GLRender.h"
-#include "platform/SDLInput.h"
+#include "examples/Host.h"
 #include "textures/Image.h"
 #include "textures/TextureRegistry.h"
-
-#include <SDL.h>
 
 #include <algorithm>
 #include <cstdio>
@@ -40,13 +35,11 @@ struct Words
     std::string take() { return place < all.size() ? all[place++] : ""; }
     float number() { return static_cast<float>(std::atof(take().c_str())); }
     std::int32_t integer() { return std::atoi(take().c_str()); }
-    bool isAtEnd() const { return place >= all.size(); }
 
     std::vector<std::string> all;
     std::size_t place = 0;
 };
 
-/// A number a word: in a chain, arguments are taken from left to right.
 bool runProcedure(Image& image, const std::string& name, Words& words)
 {
     if (name == "invert")
@@ -57,73 +50,43 @@ bool runProcedure(Image& image, const std::string& name, Words& words)
         return image.normalise();
     if (name == "blur")
         return image.blur(words.integer());
+    // In braces, unlike in a call, the words are taken from left to right.
     if (name == "perlin") {
         const std::int32_t octaves = words.integer();
-        const float frequency = words.number();
-        const float amplitude = words.number();
-        const float frequencyFactor = words.number();
-        return image.perlin(octaves, frequency, amplitude, frequencyFactor, words.number());
+        const float n[] = {words.number(), words.number(), words.number(), words.number()};
+        return image.perlin(octaves, n[0], n[1], n[2], n[3]);
     }
     if (name == "scroll") {
-        const std::int32_t dx = words.integer();
-        const std::int32_t dy = words.integer();
-        Vector fill;
-        for (float* const channel : {&fill.x, &fill.y, &fill.z, &fill.w})
-            *channel = words.number();
-        return image.scroll(dx, dy, 0, 0, fill, false);
+        const std::int32_t move[] = {words.integer(), words.integer()};
+        const Vector fill{words.number(), words.number(), words.number(), words.number()};
+        return image.scroll(move[0], move[1], 0, 0, fill, false);
     }
     if (name == "blend") {
-        const auto thisFactor = static_cast<std::uint32_t>(words.integer());
-        const auto otherFactor = static_cast<std::uint32_t>(words.integer());
+        const std::int32_t factors[] = {words.integer(), words.integer()};
         Image other;
-        return loadImage(other, {words.take(), 0}) && image.blend(thisFactor, otherFactor, other);
+        return loadImage(other, {words.take(), 0}) &&
+               image.blend(static_cast<std::uint32_t>(factors[0]),
+                           static_cast<std::uint32_t>(factors[1]), other);
     }
     std::fprintf(stderr, "no such procedure: %s\n", name.c_str());
     return false;
 }
 
-char toByte(float channel)
-{
-    return static_cast<char>(static_cast<int>(std::clamp(channel, 0.0F, 1.0F) * 255.0F + 0.5F));
-}
-
 /// A 32-bit TGA file of run packets of one pixel each: the engine reads no other kind than packets.
-void writeTGA(const Image& image, std::ofstream& file)
+void writeTGA(const Image& image, const std::string& path)
 {
-    const auto low = [](std::int32_t value) { return static_cast<char>(value & 255); };
-    const auto high = [](std::int32_t value) { return static_cast<char>(value >> 8); };
-    const char header[18] = {0,
-                             0,
-                             10,
-                             0,
-                             0,
-                             0,
-                             0,
-                             0,
-                             0,
-                             0,
-                             0,
-                             0,
-                             low(image.width),
-                             high(image.width),
-                             low(image.height),
-                             high(image.height),
-                             32,
-                             8};
-    file.write(header, sizeof header);
+    std::ofstream file(path, std::ios::binary);
+    file << std::string("\0\0\12\0\0\0\0\0\0\0\0\0", 12);
+    for (const std::int32_t side : {image.width, image.height})
+        file << static_cast<char>(side & 255) << static_cast<char>(side >> 8);
+    file << "\40\10"; // bits a pixel, and of alpha
     for (std::size_t n = 0; n < image.pixelCount() * 4; n += 4) {
-        const float* const pixel = image.pixels + n;
-        file << '\x80' << toByte(pixel[2]) << toByte(pixel[1]) << toByte(pixel[0])
-             << toByte(pixel[3]);
+        file << '\x80';
+        for (const std::size_t channel : {2, 1, 0, 3}) {
+            const float value = std::clamp(image.pixels[n + channel], 0.0F, 1.0F);
+            file << static_cast<char>(static_cast<int>(value * 255.0F + 0.5F));
+        }
     }
-}
-
-void writePPM(const Image& image, std::ofstream& file)
-{
-    file << "P6\n" << image.width << ' ' << image.height << "\n255\n";
-    for (std::size_t n = 0; n < image.pixelCount() * 4; n += 4)
-        for (std::size_t c = 0; c < 3; c++)
-            file << toByte(image.pixels[n + c]);
 }
 
 /// Shows an image on a square in the middle of the window.
@@ -138,21 +101,15 @@ public:
 
     bool handleEvent(Event event) override
     {
-        switch (event.kind) {
-        case EV_LOAD_GRAPHICS_RESOURCES:
-            // An upload takes channels of 0 to 1 only: others would wrap around.
-            image.clamp();
+        if (event.kind == EV_LOAD_GRAPHICS_RESOURCES) {
+            image.clamp(); // an upload takes channels of 0 to 1 only: others would wrap around
             return uploadTexture(texture, image, {"", 0});
-        case EV_KEYBOARD:
-            return event.keyboard.held[SDLK_ESCAPE] == 0;
-        case EV_RENDER:
-            draw();
-            if (!screenshot.empty())
-                writeScreenshot(screenshot);
-            return screenshot.empty();
-        default:
-            return true;
         }
+        if (event.kind == EV_RENDER) {
+            draw();
+            return goesOnAfterFrame(screenshot);
+        }
+        return isNotEscape(event);
     }
 
 private:
@@ -185,6 +142,8 @@ private:
 int main(int argumentCount, char** arguments)
 {
     Words words{{arguments + 1, arguments + argumentCount}};
+    const std::string screenshot = takeScreenshotOption(words.all);
+    const bool isShown = !screenshot.empty() || std::erase(words.all, "--preview") > 0;
     const std::string out = words.take();
     const std::int32_t size = words.integer();
     if (size < 1 || size > 4096) {
@@ -195,31 +154,9 @@ int main(int argumentCount, char** arguments)
 
     Image image;
     image.clear(size, size);
-    bool isShown = false;
-    std::string screenshot;
-    while (!words.isAtEnd()) {
-        const std::string word = words.take();
-        if (word == "--preview" || word == "--screenshot") {
-            isShown = true;
-            screenshot = words.take();
-        } else if (!runProcedure(image, word, words)) {
+    while (words.place < words.all.size())
+        if (!runProcedure(image, words.take(), words))
             return 1;
-        }
-    }
-
-    std::ofstream file(out, std::ios::binary);
-    if (out.ends_with(".tga"))
-        writeTGA(image, file);
-    else
-        writePPM(image, file);
-    if (!isShown)
-        return 0;
-
-    const ObjectRef<Kernel> kernel = new Kernel;
-    const ObjectRef<EventCatcher> input = new SDLInput(kernel, false);
-    const ObjectRef<EventCatcher> render = new GLRender(kernel);
-    const ObjectRef<EventCatcher> preview = new Preview(kernel, image, screenshot);
-    kernel->run();
-    collectAll();
-    return 0;
+    writeTGA(image, out);
+    return isShown ? runHost<Preview>(image, screenshot) : 0;
 }

@@ -9,13 +9,9 @@
 /// picture.
 #include "platform/GLee.h"
 
-#include "examples/Screenshot.h"
+#include "examples/Host.h"
 #include "models/ModelFactory.h"
-#include "platform/GLRender.h"
-#include "platform/SDLInput.h"
 #include "shaders/ShaderProgram.h"
-
-#include <SDL.h>
 
 #include <cstdio>
 #include <memory>
@@ -29,8 +25,9 @@ using namespace tamor;
 class ShadedModel : public EventCatcher
 {
 public:
-    ShadedModel(const ObjectRef<Kernel>& kernel, const std::vector<std::string>& words)
-        : files(words)
+    ShadedModel(const ObjectRef<Kernel>& kernel, const std::vector<std::string>& newFiles,
+                std::string newScreenshot)
+        : files(newFiles), screenshot(std::move(newScreenshot))
     {
         kernel->addCatcher(
             this, 1 << CLASS_GRAPHICS | 1 << CLASS_UPDATE | 1 << CLASS_RENDER | 1 << CLASS_KEYBOARD,
@@ -44,24 +41,19 @@ public:
             load();
             return true;
         case EV_UPDATE:
-            seconds =
-                takesScreenshot() ? 2.0F : seconds + static_cast<float>(event.delta) / 1000.0F;
+            seconds += static_cast<float>(event.delta) / 1000.0F;
             return true;
-        case EV_KEYBOARD:
-            return event.keyboard.held[SDLK_ESCAPE] == 0;
         case EV_RENDER:
+            if (!screenshot.empty())
+                seconds = 2.0F;
             draw();
-            if (takesScreenshot())
-                writeScreenshot(files[4]);
-            return !takesScreenshot();
+            return goesOnAfterFrame(screenshot);
         default:
-            return true;
+            return isNotEscape(event);
         }
     }
 
 private:
-    bool takesScreenshot() const { return files.size() == 5; }
-
     void load()
     {
         model.reset(createModel(files[0]));
@@ -95,7 +87,8 @@ private:
         glUseProgram(0);
     }
 
-    std::vector<std::string> files;
+    std::vector<std::string> files; ///< the model and the two shaders
+    std::string screenshot;
     std::unique_ptr<Model> model;
     ShaderProgram shader;
     float seconds = 0.0F;
@@ -104,19 +97,12 @@ private:
 
 int main(int argumentCount, char** arguments)
 {
-    const std::vector<std::string> words(arguments + 1, arguments + argumentCount);
-    const bool takesScreenshot = words.size() == 5 && words[3] == "--screenshot";
-    if (words.size() != 3 && !takesScreenshot) {
+    std::vector<std::string> words(arguments + 1, arguments + argumentCount);
+    const std::string screenshot = takeScreenshotOption(words);
+    if (words.size() != 3) {
         std::fprintf(stderr, "usage: tamor-shade-model MODEL VERTEX_SHADER FRAGMENT_SHADER "
                              "[--screenshot FILE]\n");
         return 2;
     }
-
-    const ObjectRef<Kernel> kernel = new Kernel;
-    const ObjectRef<EventCatcher> input = new SDLInput(kernel, false);
-    const ObjectRef<EventCatcher> render = new GLRender(kernel);
-    const ObjectRef<EventCatcher> shaded = new ShadedModel(kernel, words);
-    kernel->run();
-    collectAll();
-    return 0;
+    return runHost<ShadedModel>(words, screenshot);
 }

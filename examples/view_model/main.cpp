@@ -7,14 +7,9 @@
 /// is drawn and written to FILE as a PPM picture.
 #include "platform/GLee.h"
 
-#include "camera/FPSCamera.h"
-#include "examples/Screenshot.h"
+#include "examples/Host.h"
 #include "maths/Light.h"
 #include "models/ModelFactory.h"
-#include "platform/GLRender.h"
-#include "platform/SDLInput.h"
-
-#include <SDL.h>
 
 #include <algorithm>
 #include <cmath>
@@ -43,32 +38,27 @@ public:
 
     bool handleEvent(Event event) override
     {
+        fly(camera, event);
         switch (event.kind) {
         case EV_LOAD_GRAPHICS_RESOURCES:
-            return load();
-        case EV_KEYBOARD:
-            return handleKeys(event.keyboard);
-        case EV_MOUSE:
-            if (event.mouse.left != 0)
-                camera.look(static_cast<float>(event.mouse.dx), static_cast<float>(event.mouse.dy),
-                            0.0F);
+            load();
             return true;
+        case EV_KEYBOARD:
+            changeRenderMode(event.keyboard);
+            return isNotEscape(event);
         case EV_UPDATE:
-            camera.setFrameTime(static_cast<float>(event.delta));
             time += static_cast<float>(event.delta) * framesASecond / 1000.0F;
             return true;
         case EV_RENDER:
             draw();
-            if (!screenshot.empty())
-                writeScreenshot(screenshot);
-            return screenshot.empty();
+            return goesOnAfterFrame(screenshot);
         default:
             return true;
         }
     }
 
 private:
-    bool load()
+    void load()
     {
         // A file names its textures relative to the working directory.
         const std::filesystem::path path(modelName);
@@ -87,7 +77,6 @@ private:
         light.setDiffuse({0.95F, 0.93F, 0.88F});
         light.setSpecular({0.6F, 0.6F, 0.6F});
         fill.setDiffuse({0.22F, 0.27F, 0.36F});
-        return true;
     }
 
     /// Puts the camera where all of the model is in view, a little above it.
@@ -107,18 +96,14 @@ private:
         camera.rotation.x = 17.5F;
     }
 
-    bool handleKeys(const KeyboardState& keys)
+    void changeRenderMode(const KeyboardState& keys)
     {
-        const auto isHeld = [&](int key) { return keys.held[static_cast<std::size_t>(key)] != 0; };
-        camera.move(isHeld('w'), isHeld('s'), isHeld(SDLK_SPACE), isHeld(SDLK_LCTRL), isHeld('a'),
-                    isHeld('d'));
         if (keys.pressed['f'] != 0) {
             isFlat = !isFlat;
             model->setRenderMode(model->renderMode, isFlat, true);
         }
         if (keys.pressed['b'] != 0)
             model->setRenderMode(model->renderMode == 1 ? 2 : 1, isFlat, false);
-        return !isHeld(SDLK_ESCAPE);
     }
 
     void draw()
@@ -143,20 +128,17 @@ private:
     }
 
     /// Drawing sets a colour only; under lighting the host sets the material.
-    void setMaterial()
+    void setMaterial() const
     {
-        const bool hasMaterial = !model->materials.empty();
-        Vector colour(0.80F, 0.48F, 0.30F);
-        Vector shine(0.5F, 0.5F, 0.5F);
-        float shininess = 40.0F;
-        if (hasMaterial) {
-            colour = model->materials.front().diffuse;
-            shine = model->materials.front().specular;
-            shininess = model->materials.front().shininess;
-        }
-        glMaterialfv(GL_FRONT_AND_BACK, GL_AMBIENT_AND_DIFFUSE, colour.toArray());
-        glMaterialfv(GL_FRONT_AND_BACK, GL_SPECULAR, shine.toArray());
-        glMaterialf(GL_FRONT_AND_BACK, GL_SHININESS, shininess);
+        Material material;
+        material.diffuse = {0.80F, 0.48F, 0.30F};
+        material.specular = {0.5F, 0.5F, 0.5F};
+        material.shininess = 40.0F;
+        if (!model->materials.empty())
+            material = model->materials.front();
+        glMaterialfv(GL_FRONT_AND_BACK, GL_AMBIENT_AND_DIFFUSE, material.diffuse.toArray());
+        glMaterialfv(GL_FRONT_AND_BACK, GL_SPECULAR, material.specular.toArray());
+        glMaterialf(GL_FRONT_AND_BACK, GL_SHININESS, material.shininess);
     }
 
     std::string modelName;
@@ -172,20 +154,11 @@ private:
 
 int main(int argumentCount, char** arguments)
 {
-    const std::vector<std::string> words(arguments, arguments + argumentCount);
-    const bool takesScreenshot = words.size() == 4 && words[2] == "--screenshot";
-    if (words.size() != 2 && !takesScreenshot) {
+    std::vector<std::string> words(arguments + 1, arguments + argumentCount);
+    const std::string screenshot = takeScreenshotOption(words);
+    if (words.size() != 1) {
         std::fprintf(stderr, "usage: tamor-view-model MODEL [--screenshot FILE]\n");
         return 2;
     }
-    const std::string screenshot =
-        takesScreenshot ? std::filesystem::absolute(words[3]).string() : "";
-
-    const ObjectRef<Kernel> kernel = new Kernel;
-    const ObjectRef<EventCatcher> input = new SDLInput(kernel, false);
-    const ObjectRef<EventCatcher> render = new GLRender(kernel);
-    const ObjectRef<EventCatcher> viewer = new Viewer(kernel, words[1], screenshot);
-    kernel->run();
-    collectAll();
-    return 0;
+    return runHost<Viewer>(words[0], screenshot);
 }

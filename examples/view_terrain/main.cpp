@@ -9,14 +9,9 @@
 /// ends. With `--screenshot` one frame is drawn and written to FILE as a PPM picture.
 #include "platform/GLee.h"
 
-#include "camera/FPSCamera.h"
-#include "examples/Screenshot.h"
+#include "examples/Host.h"
 #include "generator/MeshGenerator.h"
 #include "maths/Light.h"
-#include "platform/GLRender.h"
-#include "platform/SDLInput.h"
-
-#include <SDL.h>
 
 #include <cstdio>
 #include <cstdlib>
@@ -84,28 +79,14 @@ public:
 
     bool handleEvent(Event event) override
     {
-        switch (event.kind) {
-        case EV_LOAD_GRAPHICS_RESOURCES:
+        fly(camera, event);
+        if (event.kind == EV_LOAD_GRAPHICS_RESOURCES)
             setUpScene();
-            return true;
-        case EV_UPDATE:
-            camera.setFrameTime(static_cast<float>(event.delta));
-            return true;
-        case EV_MOUSE:
-            if (event.mouse.left != 0)
-                camera.look(static_cast<float>(event.mouse.dx), static_cast<float>(event.mouse.dy),
-                            0.0F);
-            return true;
-        case EV_KEYBOARD:
-            return handleKeys(event.keyboard);
-        case EV_RENDER:
+        if (event.kind == EV_RENDER) {
             draw();
-            if (!screenshot.empty())
-                writeScreenshot(screenshot);
-            return screenshot.empty();
-        default:
-            return true;
+            return goesOnAfterFrame(screenshot);
         }
+        return isNotEscape(event);
     }
 
 private:
@@ -126,14 +107,6 @@ private:
         glFogf(GL_FOG_START, 0.3F * extent);
         glFogf(GL_FOG_END, 1.25F * extent);
         glFogfv(GL_FOG_COLOR, skyColour.toArray());
-    }
-
-    bool handleKeys(const KeyboardState& keys)
-    {
-        const auto isHeld = [&](int key) { return keys.held[static_cast<std::size_t>(key)] != 0; };
-        camera.move(isHeld('w'), isHeld('s'), isHeld(SDLK_SPACE), isHeld(SDLK_LCTRL), isHeld('a'),
-                    isHeld('d'));
-        return !isHeld(SDLK_ESCAPE);
     }
 
     void draw()
@@ -180,24 +153,12 @@ private:
 int main(int argumentCount, char** arguments)
 {
     std::vector<std::string> words(arguments + 1, arguments + argumentCount);
-    std::string screenshot;
-    if (words.size() > 2 && words[words.size() - 2] == "--screenshot") {
-        screenshot = words.back();
-        words.resize(words.size() - 2);
-    }
+    const std::string screenshot = takeScreenshotOption(words);
     const bool isNoise = words.size() == 1 && words[0] == "noise";
     if (!isNoise && (words.size() != 2 || (words[0] != "fractal" && words[0] != "image"))) {
         std::fprintf(stderr, "usage: tamor-view-terrain fractal SEED | image PATH | noise "
                              "[--screenshot FILE]\n");
         return 2;
     }
-
-    const ObjectRef<Kernel> kernel = new Kernel;
-    const ObjectRef<EventCatcher> input = new SDLInput(kernel, false);
-    const ObjectRef<EventCatcher> render = new GLRender(kernel);
-    const ObjectRef<EventCatcher> viewer =
-        new TerrainViewer(kernel, makeTerrain(words.front(), words.back()), screenshot);
-    kernel->run();
-    collectAll();
-    return 0;
+    return runHost<TerrainViewer>(makeTerrain(words.front(), words.back()), screenshot);
 }

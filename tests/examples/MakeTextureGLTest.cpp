@@ -1,5 +1,6 @@
 #include "tests/examples/Example.h"
 #include "tests/support/CapturedErrors.h"
+#include "tests/support/ChildProcess.h"
 #include "tests/support/TemporaryDirectory.h"
 #include "textures/TextureRegistry.h"
 
@@ -7,6 +8,7 @@
 
 #include <filesystem>
 #include <string>
+#include <vector>
 
 namespace tamor::test
 {
@@ -47,19 +49,32 @@ TEST(MakeTextureGLTest, WritesATGAFileThatTheEngineReadsBack)
     EXPECT_FLOAT_EQ(image.pixels[35], 0.8F);
 }
 
-TEST(MakeTextureGLTest, RunsEveryProcedureAndWritesAPPMFile)
+TEST(MakeTextureGLTest, RunsEveryProcedure)
 {
     const TemporaryDirectory directory;
 
     // White, blurred, then clamped: white still. A column of red comes in from the left.
-    EXPECT_EQ(runExample({EXAMPLE_MAKE_TEXTURE, "out.ppm", "2", "invert", "blur", "2", "clamp",
+    EXPECT_EQ(runExample({EXAMPLE_MAKE_TEXTURE, "out.tga", "2", "invert", "blur", "2", "clamp",
                           "scroll", "1", "0", "1", "0", "0", "1"}),
               0);
 
-    const Picture picture = readScreenshot("out.ppm");
-    ASSERT_EQ(picture.width, 2);
-    EXPECT_EQ(picture.at(0, 0), (Pixel{255, 0, 0}));
-    EXPECT_EQ(picture.at(1, 1), (Pixel{255, 255, 255}));
+    Image image;
+    EXPECT_TRUE(loadImage(image, {"out.tga", 0}));
+    ASSERT_EQ(image.pixelCount(), 4U);
+    const std::vector<float> row(image.pixels, image.pixels + 8);
+    EXPECT_EQ(row, (std::vector<float>{1, 0, 0, 1, 1, 1, 1, 1}));
+}
+
+TEST(MakeTextureGLTest, FailsWhereNoWindowOpens)
+{
+    const TemporaryDirectory directory;
+    // As without a display, a driver that has no OpenGL.
+    ChildProcess example({EXAMPLE_MAKE_TEXTURE, "out.tga", "2", "invert", "--preview"}, "",
+                         {{"SDL_VIDEODRIVER", "dummy"}});
+
+    EXPECT_EQ(example.wait().status, 1);
+    EXPECT_EQ(example.errors(), "SDL_SetVideoMode() Failed. SDL_Error: OpenGL not available\n"
+                                "Error sending openwindow event\n");
 }
 
 TEST(MakeTextureGLTest, RefusesAnUnknownProcedure)
