@@ -20,8 +20,9 @@ public:
     /// Gives the number back.
     ~Light();
 
-    Light(const Light&) = delete;
-    Light& operator=(const Light&) = delete;
+    /// A copy has the same number, which both give back.
+    Light(const Light&) = default;
+    Light& operator=(const Light&) = default;
 
     /// Places the light at x, y, z or, unless `positional`, in that direction. The fourth value is
     /// 1 or 0 by that flag, whatever `w` is.

@@ -29,6 +29,29 @@ TEST(Light, ANewLightTakesTheLowestFreeNumber)
     EXPECT_EQ(third.number, 0x4000U);
 }
 
+TEST(Light, ACopyHasTheSameNumberAndGivesItBackToo)
+{
+    const Light first;
+    {
+        const Light copy = first; // NOLINT(performance-unnecessary-copy-initialization)
+        EXPECT_EQ(copy.number, first.number);
+    }
+
+    const Light second;
+    EXPECT_EQ(second.number, first.number);
+}
+
+TEST(Light, TakesTheNumberOfOneThatIsAssigned)
+{
+    const Light first;
+    Light second;
+    const std::uint32_t ownNumber = second.number;
+    second = first;
+
+    EXPECT_EQ(second.number, 0x4000U);
+    second.number = ownNumber; // which it gives back, for the tests to come
+}
+
 TEST(Light, NumbersEndAfter3377)
 {
     std::vector<std::unique_ptr<Light>> lights;
