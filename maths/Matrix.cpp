@@ -6,7 +6,7 @@
 
 namespace tamor
 {
-Matrix Matrix::operator*(const Matrix& b) const
+Matrix Matrix::operator*(Matrix b) const
 {
     Matrix r;
     for (std::size_t row = 0; row < 4; ++row) {

@@ -20,7 +20,7 @@ public:
     ///
     /// Meant: the bottom row of `b` is not read but taken to be 0, 0, 0, 1, since every matrix of
     /// the engine is affine; `Matrix.ProductIgnoresTheBottomRowOfTheRightOperand` holds it.
-    Matrix operator*(const Matrix& b) const;
+    Matrix operator*(Matrix b) const;
 
     /// Becomes itself times a translation.
     void translate(float x, float y, float z);

@@ -2,6 +2,7 @@
 /// Whole-string work, reading a text file, and comparing floats.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 
@@ -20,6 +21,14 @@ std::int32_t countOccurrences(const std::string& text, const std::string& patter
 /// not looked at again: "ab" by "b" in "aabb" gives "abb".
 std::string replaceAll(const std::string& pattern, const std::string& replacement,
                        std::string text);
+
+/// Whether `index` is one of the indices of `items`.
+template <typename Items>
+bool hasIndex(const Items& items, std::int32_t index)
+{
+    // A negative index is a huge one here.
+    return static_cast<std::size_t>(index) < items.size();
+}
 
 /// Whether `a` and `b` differ by strictly less than 0.008.
 bool almostEqual(float a, float b);

@@ -14,7 +14,7 @@ float* Vector::toArray() const
     return components;
 }
 
-std::ostream& operator<<(std::ostream& stream, const Vector& vector)
+std::ostream& operator<<(std::ostream& stream, Vector vector)
 {
     return stream << "(" << vector.x << ", " << vector.y << ", " << vector.z << ", " << vector.w
                   << ")";

@@ -80,5 +80,5 @@ public:
 static_assert(sizeof(Vector) == 16);
 
 /// Writes "(x, y, z, w)" in the stream's own float format.
-std::ostream& operator<<(std::ostream& stream, const Vector& vector);
+std::ostream& operator<<(std::ostream& stream, Vector vector);
 } // namespace tamor

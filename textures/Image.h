@@ -118,7 +118,7 @@ public:
     /// Any other code leaves its source out and prints, for every pixel:
     ///
     ///     Unknown texture operation
-    bool blend(std::uint32_t thisFactor, std::uint32_t otherFactor, const Image& other);
+    bool blend(std::uint32_t thisFactor, std::uint32_t otherFactor, Image other);
 
     /// The noise of a lattice point, -1 to 1: the same in every image and every run.
     static float noise(std::int32_t x, std::int32_t y);

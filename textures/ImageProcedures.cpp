@@ -496,7 +496,7 @@ bool Image::scroll(std::int32_t dx, std::int32_t dy, std::int32_t, std::int32_t,
     return true;
 }
 
-bool Image::blend(std::uint32_t thisFactor, std::uint32_t otherFactor, const Image& other)
+bool Image::blend(std::uint32_t thisFactor, std::uint32_t otherFactor, Image other)
 {
     const std::size_t otherCount = other.pixelCount();
     if (pixelCount() == 0 || otherCount == 0 || other.pixels == nullptr)

@@ -106,6 +106,35 @@ TEST(Matrix, RotationTurnsAPointAboutXFirstAndZLast)
     expectPoint(matrix.transformPoint(0, 1, 0), 0, 0, 1);
 }
 
+TEST(Matrix, RotationAboutThreeAxesHasTheseElements)
+{
+    Matrix matrix;
+    matrix.rotate(0.3F, -0.8F, 1.9F);
+
+    // From the sines and cosines of the three angles, worked out with more digits.
+    const std::array<float, 16> expected = {
+        -0.2252380F, 0.6592936F,  0.7173561F, 0, -0.8354998F, -0.5094595F, 0.2058909F, 0,
+        0.5012065F,  -0.5529764F, 0.6655893F, 0, 0,           0,           0,          1};
+    for (std::size_t i = 0; i < 16; ++i)
+        EXPECT_NEAR(matrix.m[i], expected[i], rounding) << i;
+}
+
+TEST(Matrix, RotationAboutThreeAxesComesBehindWhatTheMatrixWas)
+{
+    Matrix matrix;
+    matrix.m = {2, 0, 0, 0, 0, 3, 0, 0, 0, 0, 4, 0, 5, 6, 7, 1};
+    matrix.rotate(0.3F, -0.8F, 1.9F);
+
+    // The first row is scaled by 2, the second by 3, the third by 4.
+    Matrix rotation;
+    rotation.rotate(0.3F, -0.8F, 1.9F);
+    EXPECT_EQ(matrix.m[0], 2 * rotation.m[0]);
+    EXPECT_EQ(matrix.m[5], 3 * rotation.m[5]);
+    EXPECT_EQ(matrix.m[10], 4 * rotation.m[10]);
+    EXPECT_EQ(matrix.m[4], 2 * rotation.m[4]);
+    EXPECT_EQ(matrix.m[12], 5.0F);
+}
+
 TEST(Matrix, RotationActsBeforeAnEarlierTranslation)
 {
     Matrix matrix;

@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <vector>
+
 namespace tamor
 {
 namespace
@@ -57,6 +59,17 @@ TEST(ReplaceAll, LeavesATextWithoutThePatternAsItIs)
 {
     EXPECT_EQ(replaceAll("x", "y", "abc"), "abc");
     EXPECT_EQ(replaceAll("abc", "", "abc"), "");
+}
+
+TEST(HasIndex, TellsNegativeIndicesAndThoseBehindTheEnd)
+{
+    const std::vector<int> items(3);
+
+    EXPECT_TRUE(hasIndex(items, 0));
+    EXPECT_TRUE(hasIndex(items, 2));
+    EXPECT_FALSE(hasIndex(items, 3));
+    EXPECT_FALSE(hasIndex(items, -1));
+    EXPECT_FALSE(hasIndex(std::vector<int>(), 0));
 }
 
 TEST(AlmostEqual, AllowsStrictlyLessThanTheTolerance)
