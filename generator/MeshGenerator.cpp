@@ -1,6 +1,7 @@
 #include "generator/MeshGenerator.h"
 
 #include "maths/Memory.h"
+#include "maths/Utilities.h"
 #include "textures/TextureRegistry.h"
 
 #include <algorithm>
@@ -254,11 +255,6 @@ TerrainMesh consume(Image& image, float scaleX, float scaleY, float scaleZ)
     image.setFromBytes(2, 2, true, transparentBlack.data());
     return mesh;
 }
-
-bool isIndexOf(std::int32_t index, std::size_t size)
-{
-    return index >= 0 && static_cast<std::size_t>(index) < size;
-}
 } // namespace
 
 TerrainMesh fileTerrain(const std::string& file, float scaleX, float scaleY, float scaleZ)
@@ -288,15 +284,14 @@ TerrainMesh noiseTerrain(std::int32_t size, std::int32_t octaves, float frequenc
 
 void putIntoModel(Model& model, TerrainMesh mesh)
 {
-    const std::size_t count = mesh.vertices.size();
-    std::erase_if(mesh.faces, [count](const Face& face) {
+    std::erase_if(mesh.faces, [&](const Face& face) {
         return !std::ranges::all_of(face.vertex,
-                                    [count](std::int32_t v) { return isIndexOf(v, count); });
+                                    [&](std::int32_t v) { return hasIndex(mesh.vertices, v); });
     });
 
     for (Face& face : mesh.faces) {
         for (std::size_t k = 0; k < 3; k++)
-            if (isIndexOf(face.normalIndex[k], mesh.normalTable.size()))
+            if (hasIndex(mesh.normalTable, face.normalIndex[k]))
                 mesh.vertices[static_cast<std::size_t>(face.vertex[k])].normal =
                     mesh.normalTable[static_cast<std::size_t>(face.normalIndex[k])];
         face.colour = Vector(1.0F, 1.0F, 1.0F);
