@@ -56,8 +56,9 @@ std::int32_t VRXModel::save()
     const std::vector<std::uint8_t> body = makeVRXBody(*this);
     const auto bodySize = static_cast<uLong>(body.size());
 
-    // Meant: the first call cannot tell the size, as zlib refuses a null destination, and the image
-    // is discarded; the format is unfinished. `VRXModel.SavesAnEmptyModel` holds it.
+    // Meant: the first call asks for the size in a way that zlib refuses: the length stays as it
+    // was, or becomes 0, by zlib's version. What the second call makes of it is discarded, since the
+    // format is unfinished. `VRXModel.HandsTheBodyToZlibTwice` holds it.
     uLongf size = compressBound(bodySize);
     compress(nullptr, &size, body.data(), bodySize);
     std::vector<std::uint8_t> compressed(size);

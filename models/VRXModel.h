@@ -10,8 +10,8 @@
 
 namespace tamor
 {
-/// A model in the VRX format. Unfinished: reading stops at opening the file, and writing compresses
-/// the body and then discards it. Nothing in the engine makes one.
+/// A model in the VRX format. Unfinished: reading stops at opening the file, and writing before any
+/// file is touched. Nothing in the engine makes one.
 class VRXModel : public Model
 {
 public:
@@ -22,7 +22,7 @@ public:
     ///         '<path>': Invalid model filename
     std::int32_t load(const std::string& path) override;
 
-    /// Prints "writing", compresses the body, and writes no file.
+    /// Prints "writing", hands the body to zlib twice, and writes no file.
     /// \return 1
     std::int32_t save() override;
 };

@@ -7,11 +7,43 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <memory>
+#include <new>
 #include <typeinfo>
 
 using namespace tamor;
 using namespace tamor::test;
+
+namespace
+{
+/// Objects of the size of a model, which is no other's.
+int liveModels = 0;
+} // namespace
+
+/// This program's own, which counts models: from malloc, so that the sanitisers watch objects as
+/// they do all others.
+void* operator new(std::size_t size)
+{
+    void* const object = std::malloc(size == 0 ? 1 : size);
+    if (object == nullptr)
+        throw std::bad_alloc();
+    if (size == sizeof(Model))
+        liveModels++;
+    return object;
+}
+
+void operator delete(void* object) noexcept
+{
+    std::free(object);
+}
+
+void operator delete(void* object, std::size_t size) noexcept
+{
+    if (object != nullptr && size == sizeof(Model))
+        liveModels--;
+    std::free(object);
+}
 
 namespace
 {
@@ -119,6 +151,21 @@ TEST(CreateModel, TakesAnyNameOfFourCharactersForAnMS3DFile)
     EXPECT_TRUE(isEmpty(*missing));
     EXPECT_EQ(errors.text(), "'abcd': Invalid model filename\n");
     EXPECT_EQ(present->faces.size(), 1U);
+}
+
+TEST(CreateModel, LeavesThePlainModelOfAnMS3DName)
+{
+    const CapturedErrors errors;
+    for (const char* name : {"no.ms3d", "abcd", ".vrx"}) {
+        const int before = liveModels;
+        create(name);
+        EXPECT_EQ(liveModels, before + 1) << name;
+    }
+    for (const char* name : {"cube", "teapot", "no.vrx", "abc", "thing"}) {
+        const int before = liveModels;
+        create(name);
+        EXPECT_EQ(liveModels, before) << name;
+    }
 }
 
 TEST(CreateModel, TakesTheBareSuffixForBoth)

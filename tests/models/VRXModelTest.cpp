@@ -4,12 +4,33 @@
 #include "tests/support/TemporaryDirectory.h"
 
 #include <gtest/gtest.h>
+#include <zlib.h>
 
 #include <algorithm>
 #include <cstring>
 
 using namespace tamor;
 using namespace tamor::test;
+
+namespace
+{
+/// A call of zlib's `compress`.
+struct CompressCall
+{
+    bool hasDestination = false;
+    uLong room = 0;
+    std::vector<std::uint8_t> source;
+};
+
+std::vector<CompressCall> compressCalls;
+} // namespace
+
+/// This program's own, which notes its calls on their way to zlib.
+extern "C" int compress(Bytef* destination, uLongf* room, const Bytef* source, uLong size)
+{
+    compressCalls.push_back({destination != nullptr, *room, {source, source + size}});
+    return compress2(destination, room, source, size, Z_DEFAULT_COMPRESSION);
+}
 
 namespace
 {
@@ -65,6 +86,25 @@ TEST(VRXModel, SavesAFullModelWithoutAFile)
 
     EXPECT_EQ(errors.text(), "writing\n");
     EXPECT_TRUE(std::filesystem::is_empty(directory.path()));
+}
+
+TEST(VRXModel, HandsTheBodyToZlibTwice)
+{
+    const CapturedErrors errors;
+    VRXModel model;
+    model.makeCube();
+    compressCalls.clear();
+
+    model.save();
+
+    ASSERT_EQ(compressCalls.size(), 2U);
+    EXPECT_FALSE(compressCalls[0].hasDestination);
+    EXPECT_EQ(compressCalls[0].source, makeVRXBody(model));
+    EXPECT_EQ(compressCalls[1].source, makeVRXBody(model));
+    // As much room as the first call has left the length at.
+    uLongf length = compressCalls[0].room;
+    compress2(nullptr, &length, makeVRXBody(model).data(), 768, Z_DEFAULT_COMPRESSION);
+    EXPECT_EQ(compressCalls[1].room, length);
 }
 
 TEST(VRXModel, IsReleasedAndDeletedThroughTheBase)
