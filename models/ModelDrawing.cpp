@@ -102,10 +102,10 @@ void drawBuffers(const Model& model)
         glDrawArrays(GL_TRIANGLES, 0, static_cast<GLsizei>(model.faces.size() * 3));
 }
 
-void fillBuffer(std::uint32_t name, std::size_t floats, const float* data)
+void fillBuffer(std::uint32_t name, const std::vector<float>& data)
 {
     glBindBuffer(GL_ARRAY_BUFFER, name);
-    glBufferData(GL_ARRAY_BUFFER, static_cast<GLsizeiptr>(floats * sizeof(float)), data,
+    glBufferData(GL_ARRAY_BUFFER, static_cast<GLsizeiptr>(data.size() * sizeof(float)), data.data(),
                  GL_DYNAMIC_DRAW);
 }
 } // namespace
@@ -170,12 +170,12 @@ std::int32_t Model::setRenderMode(std::int32_t mode, bool flat, bool refresh)
         return 0;
 
     const CornerArrays arrays = makeCornerArrays(*this, flat, !refresh);
-    fillBuffer(vertexBuffer, faces.size() * 9, arrays.positions.get());
-    fillBuffer(colourBuffer, faces.size() * 9, arrays.colours.get());
-    fillBuffer(normalBuffer, faces.size() * 9, arrays.normals.get());
+    fillBuffer(vertexBuffer, arrays.positions);
+    fillBuffer(colourBuffer, arrays.colours);
+    fillBuffer(normalBuffer, arrays.normals);
     // Animation does not change texture coordinates.
     if (!refresh)
-        fillBuffer(texCoordBuffer, faces.size() * 6, arrays.texCoords.get());
+        fillBuffer(texCoordBuffer, arrays.texCoords);
     return 0;
 }
 

@@ -22,9 +22,9 @@ float* put(float* out, const Vector& vector)
 template <typename NormalOf>
 void fill(CornerArrays& arrays, const Model& model, const NormalOf& normalOf)
 {
-    float* position = arrays.positions.get();
-    float* colour = arrays.colours.get();
-    float* normal = arrays.normals.get();
+    float* position = arrays.positions.data();
+    float* colour = arrays.colours.data();
+    float* normal = arrays.normals.data();
     for (const Face& face : model.faces) {
         for (const std::int32_t index : face.vertex) {
             const Vertex& vertex = vertexAt(model.vertices, index);
@@ -34,20 +34,15 @@ void fill(CornerArrays& arrays, const Model& model, const NormalOf& normalOf)
         }
     }
 }
-
-std::unique_ptr<float[]> allocate(std::size_t count)
-{
-    return std::make_unique_for_overwrite<float[]>(count);
-}
 } // namespace
 
 CornerArrays makeCornerArrays(const Model& model, bool flat, bool withTexCoords)
 {
     const std::size_t faceCount = model.faces.size();
     CornerArrays arrays;
-    arrays.positions = allocate(faceCount * floatsAFace);
-    arrays.colours = allocate(faceCount * floatsAFace);
-    arrays.normals = allocate(faceCount * floatsAFace);
+    arrays.positions.resize(faceCount * floatsAFace);
+    arrays.colours.resize(faceCount * floatsAFace);
+    arrays.normals.resize(faceCount * floatsAFace);
 
     if (flat)
         fill(arrays, model, [](const Face& face, const Vertex&) { return face.normal; });
@@ -56,8 +51,8 @@ CornerArrays makeCornerArrays(const Model& model, bool flat, bool withTexCoords)
     if (!withTexCoords)
         return arrays;
 
-    arrays.texCoords = allocate(faceCount * texCoordsAFace);
-    float* texCoord = arrays.texCoords.get();
+    arrays.texCoords.resize(faceCount * texCoordsAFace);
+    float* texCoord = arrays.texCoords.data();
     for (const Face& face : model.faces) {
         for (const std::int32_t index : face.vertex) {
             const Vertex& vertex = vertexAt(model.vertices, index);

@@ -4,17 +4,17 @@
 
 #include "models/Model.h"
 
-#include <memory>
+#include <vector>
 
 namespace tamor
 {
 /// The attributes of every corner of every face, in face order, so that no index list is needed.
 struct CornerArrays
 {
-    std::unique_ptr<float[]> positions; ///< x, y, z
-    std::unique_ptr<float[]> colours;   ///< red, green, blue of the face
-    std::unique_ptr<float[]> normals;   ///< x, y, z
-    std::unique_ptr<float[]> texCoords; ///< u, v; null unless asked for
+    std::vector<float> positions; ///< x, y, z
+    std::vector<float> colours;   ///< red, green, blue of the face
+    std::vector<float> normals;   ///< x, y, z
+    std::vector<float> texCoords; ///< u, v; empty unless asked for
 };
 
 /// The arrays of `model` as it stands.
