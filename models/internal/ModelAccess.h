@@ -2,20 +2,13 @@
 /// Reading a model by indices that came from a file, never outside its storage.
 #pragma once
 
+#include "maths/Utilities.h"
 #include "models/Model.h"
 
 #include <cstddef>
 
 namespace tamor
 {
-/// Whether `index` is one of the indices of `items`.
-template <typename Item>
-bool hasIndex(const std::vector<Item>& items, std::int32_t index)
-{
-    // A negative index is a huge one here.
-    return static_cast<std::size_t>(index) < items.size();
-}
-
 /// The vertex at `index`, or a new `Vertex` when there is none.
 inline const Vertex& vertexAt(const std::vector<Vertex>& vertices, std::int32_t index)
 {

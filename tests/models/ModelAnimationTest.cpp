@@ -295,6 +295,32 @@ TEST_F(ModelAnimateBone, AddsTheSampleToTheRestPose)
     EXPECT_THAT(bone.rotation, isVector(2.75, 0, 0));
 }
 
+TEST_F(ModelAnimateBone, AddsTheSampleFromLeftToRightAndRoundsEachSum)
+{
+    // 6.4 + (7.35 + 1.45) would be 15.2: added one after the other, the last bit is another.
+    bone.localPosition = {6.4F, 4.9F, 5.4F};
+    bone.localRotation = {5.4F, 6.4F, 4.9F};
+    bone.positionKeys = {{0, {9.8F, 8.8F, 7.2F}}, {4, {5.8F, 2.8F, 8.3F}}};
+    bone.rotationKeys = {{0, {7.2F, 9.8F, 8.8F}}, {4, {8.3F, 5.8F, 2.8F}}};
+
+    animate(1.0F);
+
+    EXPECT_THAT(bone.position, isVector(0x1.e66666p+3F, 0x1.866666p+3F, 0x1.9bfffep+3F));
+    EXPECT_THAT(bone.rotation, isVector(0x1.9bfffep+3F, 0x1.e66666p+3F, 0x1.866666p+3F));
+}
+
+TEST_F(ModelAnimateBone, KeepsTheWeightOfTheRestPose)
+{
+    bone.localPosition = {0, 0, 0, 3};
+    bone.localRotation = {0, 0, 0, 4};
+    bone.positionKeys = {{0, {1, 0, 0}}};
+
+    animate(1.0F);
+
+    EXPECT_EQ(bone.position.w, 3.0F);
+    EXPECT_EQ(bone.rotation.w, 4.0F);
+}
+
 struct Sample
 {
     const char* name;
