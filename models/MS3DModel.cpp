@@ -1,14 +1,19 @@
 #include "models/MS3DModel.h"
 
+#include "maths/Memory.h"
 #include "models/internal/ModelAccess.h"
+#include "models/internal/ModelFile.h"
 #include "models/internal/NumberFields.h"
 #include "textures/TextureRegistry.h"
 
 #include <algorithm>
 #include <array>
+#include <clocale>
 #include <cstdio>
 #include <cstring>
 #include <iostream>
+#include <locale.h>
+#include <tuple>
 
 namespace tamor
 {
@@ -101,6 +106,26 @@ Bone* newBone()
     return new Bone;
 }
 
+/// Has numbers read as in the C locale for as long as it lives, whatever a host has set: a file
+/// means the same everywhere.
+class NumbersOfC
+{
+public:
+    NumbersOfC() : before(uselocale(ofC())) {}
+    ~NumbersOfC() { uselocale(before); }
+    NumbersOfC(const NumbersOfC&) = delete;
+    NumbersOfC& operator=(const NumbersOfC&) = delete;
+
+private:
+    static locale_t ofC()
+    {
+        static const locale_t locale = newlocale(LC_ALL_MASK, "C", nullptr);
+        return locale;
+    }
+
+    locale_t before;
+};
+
 /// Reads the sections of one file into a model.
 ///
 /// What a line that does not match leaves as it was, is what the line of its kind before it set: so
@@ -110,61 +135,95 @@ class Reader
 public:
     Reader(Model& newModel, ModelFile& newFile) : model(newModel), file(newFile) {}
 
-    void read()
+    /// \return false where the memory does not hold what the file claims
+    bool read()
     {
         std::sscanf(lineText().c_str(), "Frames: %d", &model.frameCount);
         line(); // the current frame
-        std::sscanf(lineText().c_str(), "Meshes: %d", &meshCount);
-        for (std::int32_t i = 0; i < meshCount; ++i)
-            readMesh();
-
-        std::sscanf(lineText().c_str(), "Materials: %d", &materialCount);
-        model.materials.resize(toSize(materialCount));
-        for (Material& material : model.materials)
-            readMaterial(material);
-
-        std::sscanf(lineText().c_str(), "Bones: %d", &boneCount);
-        model.bones.resize(toSize(boneCount));
-        for (std::size_t i = 0; i < model.bones.size(); ++i)
-            readBone(i);
-        attachVertices();
+        return readMeshes() && readMaterials() && readBones();
     }
 
 private:
-    std::string_view line() { return readModelLine(file); }
+    std::string_view line() { return file.line(); }
     std::string lineText() { return std::string(line()); }
 
-    void readMesh()
+    /// Reads a line into each of the `items` from `first` on. Behind the end of the file the line is
+    /// the same for all of them, and so is what it gives.
+    template <typename Item, typename Read>
+    void readItems(std::vector<Item>& items, std::size_t first, const Read& read)
+    {
+        for (std::size_t i = first; i < items.size(); ++i) {
+            read(line(), items[i]);
+            if (file.hasEnded()) {
+                std::fill(items.begin() + static_cast<std::ptrdiff_t>(i), items.end(),
+                          Item(items[i]));
+                return;
+            }
+        }
+    }
+
+    bool readMeshes()
+    {
+        std::sscanf(lineText().c_str(), "Meshes: %d", &meshCount);
+        for (std::int32_t i = 0; i < meshCount; ++i) {
+            const bool isLikeTheLast = file.hasEnded();
+            if (!readMesh())
+                return false;
+            if (!isLikeTheLast)
+                continue;
+            // All further meshes are as this one.
+            if (vertexCount <= 0 && triangleCount <= 0)
+                return true;
+            if (!memoryHolds(saturatingProduct(toSize(meshCount - i), meshSize())))
+                return false;
+        }
+        return true;
+    }
+
+    /// What the memory takes for a mesh of the current counts and its rest pose, and for the lists
+    /// that grow by it.
+    std::uint64_t meshSize() const
+    {
+        return 2 *
+               (2 * sizeof(Vertex) * toSize(vertexCount) + sizeof(Face) * toSize(triangleCount));
+    }
+
+    bool readMesh()
     {
         std::sscanf(lineText().c_str(), "%*s %*d %d", &materialIndex);
 
         readCount(line(), vertexCount);
+        if (!memoryHolds(2 * sizeof(Vertex) * toSize(vertexCount)))
+            return false;
         const std::size_t firstVertex = model.vertices.size();
         model.vertices.resize(firstVertex + toSize(vertexCount));
-        for (std::size_t i = firstVertex; i < model.vertices.size(); ++i)
-            readVertex(line(), model.vertices[i]);
+        readItems(model.vertices, firstVertex, readVertex);
 
         readCount(line(), normalCount);
+        if (!memoryHolds(sizeof(Vector) * toSize(normalCount)))
+            return false;
         std::vector<Vector> normals(toSize(normalCount));
-        for (Vector& normal : normals)
-            readVector(line(), normal);
+        readItems(normals, 0, readVector);
 
         readCount(line(), triangleCount);
+        if (!memoryHolds(sizeof(Face) * toSize(triangleCount)))
+            return false;
         const std::size_t firstFace = model.faces.size();
         model.faces.resize(firstFace + toSize(triangleCount));
-        for (std::size_t i = firstFace; i < model.faces.size(); ++i)
-            readFace(model.faces[i], normals);
+        readItems(model.faces, firstFace,
+                  [&](std::string_view text, Face& face) { readFace(text, face, normals); });
 
         vertexBase = static_cast<std::int32_t>(model.vertices.size());
         // Meant: not a running total, and too far by this mesh's count for the next one, whose
         // table starts at 0; files with several meshes are written for it.
         // `MS3DModelLoad.MovesTheNormalIndicesOfAMeshByTheCountOfTheOneBefore` holds it.
         normalBase = static_cast<std::int32_t>(normals.size());
+        return true;
     }
 
-    void readFace(Face& face, const std::vector<Vector>& normals)
+    void readFace(std::string_view text, Face& face, const std::vector<Vector>& normals)
     {
-        readTriangle(line(), face);
+        readTriangle(text, face);
         face.material = materialIndex;
         for (std::size_t k = 0; k < 3; ++k) {
             face.vertex[k] = addIndices(face.vertex[k], vertexBase);
@@ -177,6 +236,17 @@ private:
                     normals[static_cast<std::size_t>(normal)];
             }
         }
+    }
+
+    bool readMaterials()
+    {
+        std::sscanf(lineText().c_str(), "Materials: %d", &materialCount);
+        if (!memoryHolds(sizeof(Material) * toSize(materialCount)))
+            return false;
+        model.materials.resize(toSize(materialCount));
+        for (Material& material : model.materials)
+            readMaterial(material);
+        return true;
     }
 
     void readMaterial(Material& material)
@@ -199,14 +269,30 @@ private:
             assignTexture(material.textureId, TextureKey{material.texture, 0});
     }
 
-    void readBone(std::size_t index)
+    bool readBones()
+    {
+        std::sscanf(lineText().c_str(), "Bones: %d", &boneCount);
+        if (!memoryHolds((sizeof(Bone) + sizeof(Bone*)) * toSize(boneCount)))
+            return false;
+        model.bones.resize(toSize(boneCount));
+        for (std::size_t i = 0; i < model.bones.size(); ++i) {
+            if (!readBone(i)) {
+                model.bones.resize(i);
+                return false;
+            }
+        }
+        attachVertices();
+        return true;
+    }
+
+    bool readBone(std::size_t index)
     {
         Bone* const bone = newBone();
         bone->name = lineText();
         bone->parent = findParent(line(), index);
         readRestPose(line(), *bone);
-        readKeys(bone->positionKeys);
-        readKeys(bone->rotationKeys);
+        if (!readKeys(bone->positionKeys) || !readKeys(bone->rotationKeys))
+            return false;
         bone->index = static_cast<std::int32_t>(index);
         model.bones[index] = bone;
         bone->position = bone->localPosition;
@@ -215,6 +301,7 @@ private:
             bone->parent->children.push_back(bone->index);
         else
             model.rootBones.push_back(bone);
+        return true;
     }
 
     /// The bone before `index` that has the name; of several, the last. Null for "" and for a name
@@ -230,13 +317,15 @@ private:
         return nullptr;
     }
 
-    void readKeys(std::vector<KeyFrame>& keys)
+    bool readKeys(std::vector<KeyFrame>& keys)
     {
         std::int32_t count = 0;
         readCount(line(), count);
+        if (!memoryHolds(sizeof(KeyFrame) * toSize(count)))
+            return false;
         keys.resize(toSize(count));
-        for (KeyFrame& key : keys)
-            readKey(line(), key);
+        readItems(keys, 0, readKey);
+        return true;
     }
 
     /// Gives each bone its vertices, in ascending order, in two passes over the vertices.
@@ -273,35 +362,18 @@ private:
 };
 } // namespace
 
-void ModelFile::refill()
+std::string readModelLine(std::FILE* file)
 {
-    std::memmove(block.data(), rest.data(), rest.size());
-    const std::size_t free = block.size() - rest.size();
-    const std::size_t count = std::fread(block.data() + rest.size(), 1, free, stream);
-    rest = std::string_view(block.data(), rest.size() + count);
-}
-
-void ModelFile::advance()
-{
-    if (rest.size() < longestPiece)
-        refill();
-    if (rest.empty())
-        return;
-    const std::string_view window = rest.substr(0, longestPiece);
-    const std::size_t newline = window.find('\n');
-    const std::size_t size = newline == std::string_view::npos ? window.size() : newline + 1;
-    rest.remove_prefix(size);
-    piece = window.substr(0, std::min(size, window.find('\0')));
-}
-
-std::string_view readModelLine(ModelFile& file)
-{
+    // Meant: one for the program, and never cleared: at the end of a file it holds the last line,
+    // which readers take for what is missing; `ReadModelLine.RepeatsTheLastLineAtTheEnd` holds it.
+    static std::array<char, longestPiece + 1> buffer = {};
     do {
-        file.advance();
-        // Meant: at the end the last line stays, and if it is to be skipped, this goes on for ever;
-        // `ReadModelLine.WaitsForEverForALineAfterALastComment` holds it.
-    } while (file.piece.find("//") != std::string_view::npos || file.piece.starts_with('\n'));
-    return file.piece.substr(0, file.piece.empty() ? 0 : file.piece.size() - 1);
+        std::ignore = std::fgets(buffer.data(), buffer.size(), file);
+    } while (std::strstr(buffer.data(), "//") != nullptr || buffer[0] == '\n');
+    std::string line(buffer.data());
+    if (!line.empty())
+        line.pop_back();
+    return line;
 }
 
 MS3DModel::~MS3DModel()
@@ -316,10 +388,13 @@ std::int32_t MS3DModel::load(const std::string& path)
         std::cerr << "'" << path << "': Invalid model filename\n";
         return 0;
     }
+    const NumbersOfC numbersOfC;
     ModelFile file(stream);
-    Reader(*this, file).read();
+    const bool isHeld = Reader(*this, file).read();
     restVertices = vertices;
     std::fclose(stream);
-    return 1;
+    if (!isHeld)
+        std::cerr << "'" << path << "': Too large for the memory\n";
+    return isHeld ? 1 : 0;
 }
 } // namespace tamor

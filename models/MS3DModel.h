@@ -4,10 +4,8 @@
 
 #include "models/Model.h"
 
-#include <array>
 #include <cstdio>
 #include <string>
-#include <string_view>
 
 namespace tamor
 {
@@ -22,42 +20,18 @@ public:
     /// The reader goes strictly forward and reports nothing: a line that does not match leaves what
     /// it would have set as it was, and past the end the last line comes again and again. An OpenGL
     /// context must be current if a material has a texture.
-    /// \return 1; or 0, with the model untouched, after printing
+    /// \return 1; or 0 after printing one of these lines. The first leaves the model untouched; the
+    ///         second, where counts claim what the memory does not hold, leaves what was read:
     ///         '<path>': Invalid model filename
+    ///         '<path>': Too large for the memory
     std::int32_t load(const std::string& path) override;
 };
 
-/// A model file that is being read, and the piece of it that was read last.
-class ModelFile
-{
-public:
-    /// \param newStream  open for reading; the caller closes it
-    explicit ModelFile(std::FILE* newStream) : stream(newStream) {}
-    ModelFile(const ModelFile&) = delete;
-    ModelFile& operator=(const ModelFile&) = delete;
-
-    /// Goes on by one line with its newline, or by 255 characters of a longer line. At the end of
-    /// the file `piece` stays as it is.
-    void advance();
-
-    /// Ends before the first zero byte, if there is one. Empty before the first `advance`; good
-    /// until the next.
-    std::string_view piece;
-
-private:
-    void refill();
-
-    std::FILE* stream;
-    std::array<char, 65536> block;
-    /// What is in the block and was not in a piece yet.
-    std::string_view rest = std::string_view(block.data(), 0);
-};
-
-/// The next line that counts, without its last character, which is taken to be the newline. Good
-/// until the next call.
+/// The next line of `file` that counts, without its last character, which is taken to be the newline.
 ///
 /// Lines with "//" anywhere in them and blank lines are skipped. A line of more than 254 characters
 /// comes in pieces that each lose their last character, as does a last line without a newline. At
-/// the end the last line comes again; if that one is to be skipped, this never returns.
-std::string_view readModelLine(ModelFile& file);
+/// the end the last line that was read, from whichever file, comes again; if that one is to be
+/// skipped, this never returns.
+std::string readModelLine(std::FILE* file);
 } // namespace tamor

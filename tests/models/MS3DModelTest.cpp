@@ -1,4 +1,6 @@
 #include "models/MS3DModel.h"
+#include "models/ModelFactory.h"
+#include "models/internal/ModelFile.h"
 #include "tests/models/Matchers.h"
 #include "tests/models/ModelFileText.h"
 #include "tests/models/PlainMS3DReader.h"
@@ -6,6 +8,7 @@
 #include "tests/support/ChildProcess.h"
 #include "tests/support/TemporaryDirectory.h"
 #include "tests/support/TestWindow.h"
+#include "tests/textures/ProcessFigures.h"
 #include "textures/TextureRegistry.h"
 
 #include <gtest/gtest.h>
@@ -31,18 +34,37 @@ void load(Model& model, const std::string& text)
     EXPECT_EQ(errors.text(), "");
 }
 
-std::vector<std::string> readLines(const std::string& text, std::size_t count)
+using Lines = std::vector<std::string>;
+
+/// `text`, which outlives it, as an open file. The caller closes it.
+std::FILE* openText(const std::string& text)
 {
-    std::FILE* stream = fmemopen(const_cast<char*>(text.data()), text.size(), "r");
+    return fmemopen(const_cast<char*>(text.data()), text.size(), "r");
+}
+
+/// The lines as the reader of models takes them.
+Lines readFast(const std::string& text, std::size_t count)
+{
+    std::FILE* stream = openText(text);
     ModelFile file(stream);
-    std::vector<std::string> lines;
+    Lines lines;
     for (std::size_t i = 0; i < count; ++i)
-        lines.emplace_back(readModelLine(file));
+        lines.emplace_back(file.line());
     std::fclose(stream);
     return lines;
 }
 
-using Lines = std::vector<std::string>;
+/// The lines as a host takes them; those of the reader of models must be the same.
+Lines readLines(const std::string& text, std::size_t count)
+{
+    std::FILE* stream = openText(text);
+    Lines lines;
+    for (std::size_t i = 0; i < count; ++i)
+        lines.push_back(readModelLine(stream));
+    std::fclose(stream);
+    EXPECT_EQ(readFast(text, count), lines);
+    return lines;
+}
 
 TEST(ReadModelLine, DropsTheNewline)
 {
@@ -70,9 +92,52 @@ TEST(ReadModelLine, RepeatsTheLastLineAtTheEnd)
     EXPECT_EQ(readLines("a\nbc", 4), (Lines{"a", "b", "b", "b"}));
 }
 
-TEST(ReadModelLine, GivesNothingFromAnEmptyFile)
+TEST(ReadModelLine, RepeatsTheLastLineOfAnotherFileInAnEmptyOne)
 {
-    EXPECT_EQ(readLines("", 2), (Lines{"", ""}));
+    const TemporaryDirectory directory;
+    std::FILE* first = std::fopen(directory.write("first", "abc\n").c_str(), "r");
+    std::FILE* empty = std::fopen(directory.write("empty", "").c_str(), "r");
+
+    EXPECT_EQ(readModelLine(first), "abc");
+    EXPECT_EQ(readModelLine(empty), "abc");
+
+    std::fclose(first);
+    std::fclose(empty);
+}
+
+TEST(ModelFile, GivesNothingFromAnEmptyFile)
+{
+    EXPECT_EQ(readFast("", 2), (Lines{"", ""}));
+}
+
+TEST(ModelFile, TellsWhenALineComesAgain)
+{
+    const std::string text = "a\n// comment\nb\n";
+    std::FILE* stream = openText(text);
+    ModelFile file(stream);
+
+    file.line();
+    EXPECT_FALSE(file.hasEnded());
+    file.line();
+    EXPECT_FALSE(file.hasEnded());
+    EXPECT_EQ(file.line(), "b");
+    EXPECT_TRUE(file.hasEnded());
+
+    std::fclose(stream);
+}
+
+TEST(ModelFile, AsksForTheEndOnce)
+{
+    const TemporaryDirectory directory;
+    std::FILE* stream = std::fopen(directory.write("lines", "a\nb\n").c_str(), "r");
+    ModelFile file(stream);
+    const std::size_t before = readCalls();
+
+    for (int i = 0; i < 100000; ++i)
+        file.line();
+
+    EXPECT_LT(readCalls(), before + 50);
+    std::fclose(stream);
 }
 
 TEST(ReadModelLine, ReadsALineOf254CharactersWhole)
@@ -130,7 +195,25 @@ TEST(ReadModelLine, WaitsForEverForALineAfterALastComment)
         ChildProcess reader([&] {
             const rlimit limit = {1, 1};
             setrlimit(RLIMIT_CPU, &limit);
-            readLines("a\n" + end, 2);
+            const std::string text = "a\n" + end;
+            std::FILE* stream = openText(text);
+            readModelLine(stream);
+            readModelLine(stream);
+            return 0;
+        });
+
+        const int signal = reader.wait().signal;
+        EXPECT_TRUE(signal == SIGXCPU || signal == SIGKILL) << end;
+    }
+}
+
+TEST(ModelFile, WaitsForEverForALineAfterALastComment)
+{
+    for (const std::string end : {"// comment", "// comment\n", "\n"}) {
+        ChildProcess reader([&] {
+            const rlimit limit = {1, 1};
+            setrlimit(RLIMIT_CPU, &limit);
+            readFast("a\n" + end, 2);
             return 0;
         });
 
@@ -149,6 +232,82 @@ TEST(MS3DModelLoad, SaysSoWhenThereIsNoFile)
 
     EXPECT_EQ(errors.text(), "'none.ms3d': Invalid model filename\n");
     EXPECT_TRUE(model.vertices.empty());
+}
+
+/// The lines up to and with a mesh of no vertices.
+const std::string emptyMesh = "Frames: 1\n1\nMeshes: 1\n\"A\" 0 0\n";
+
+/// Files whose counts claim more than the memory holds, where there are eight GiB of it.
+struct Claim
+{
+    const char* name;
+    std::string text;
+};
+
+class MS3DModelClaims : public testing::TestWithParam<Claim>
+{};
+
+TEST_P(MS3DModelClaims, EndInOneLineWhereTheMemoryDoesNotHoldThem)
+{
+    const TemporaryDirectory directory;
+    directory.write("claim.ms3d", GetParam().text);
+
+    ChildProcess reader([] {
+        const rlimit limit = {8ULL << 30, 8ULL << 30};
+        setrlimit(RLIMIT_AS, &limit);
+        Model* const model = createModel("claim.ms3d");
+        model->update(0.0F);
+        return model->load("claim.ms3d") + MS3DModel().load("claim.ms3d");
+    });
+
+    EXPECT_EQ(reader.wait().status, 0);
+    EXPECT_EQ(reader.errors(), "'claim.ms3d': Too large for the memory\n"
+                               "'claim.ms3d': Too large for the memory\n"
+                               "'claim.ms3d': Too large for the memory\n");
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    , MS3DModelClaims,
+    testing::Values(
+        Claim{"Vertices", emptyMesh + "2000000000\n0 1 2 3 4 5 6\n"},
+        Claim{"Normals", emptyMesh + "0\n2000000000\n0 1 2\n"},
+        Claim{"Triangles", emptyMesh + "0\n0\n2000000000\n0 1 2\n"},
+        Claim{"Meshes", "Frames: 1\n1\nMeshes: 2000000000\n\"A\" 0 0\n5\n"},
+        Claim{"Materials", emptyMesh + "0\n0\n0\nMaterials: 2000000000\n\"A\"\n"},
+        Claim{"Bones", emptyMesh + "0\n0\n0\nMaterials: 0\nBones: 2000000000\nA\n\"\"\n"},
+        Claim{"PositionKeys", emptyMesh + "0\n0\n0\nMaterials: 0\nBones: 2\nA\n\"\"\n0\n0\n0\n"
+                                          "B\n\"\"\n0\n2000000000\n"},
+        Claim{"RotationKeys", emptyMesh + "0\n0\n0\nMaterials: 0\nBones: 2\nA\n\"\"\n0\n0\n0\n"
+                                          "B\n\"\"\n0\n0\n2000000000\n"}),
+    [](const testing::TestParamInfo<Claim>& claim) { return claim.param.name; });
+
+TEST(MS3DModelLoad, IsDoneSoonWithMeshesThatAreNotThere)
+{
+    MS3DModel model;
+    load(model, "Frames: 1\n1\nMeshes: 2000000000\n");
+
+    EXPECT_TRUE(model.vertices.empty());
+    EXPECT_EQ(model.frameCount, 1);
+}
+
+TEST(MS3DModelLoad, GivesItemsBehindTheEndTheLastLine)
+{
+    // Two vertices have lines, and a million take the last one's again; so do the counts, 7, and
+    // the normals and faces.
+    MS3DModel model;
+    load(model, emptyMesh + "1000000\n0 1 2 3 4 5 6\n7 8 9 10 11 12 13\n");
+
+    ASSERT_EQ(model.vertices.size(), 1000000U);
+    EXPECT_THAT(model.vertices[0].position, isVector(1, 2, 3));
+    for (const std::size_t i : {1U, 2U, 999999U}) {
+        EXPECT_THAT(model.vertices[i].position, isVector(8, 9, 10));
+        EXPECT_EQ(model.vertices[i].bone, 13);
+    }
+    ASSERT_EQ(model.faces.size(), 7U);
+    for (const Face& face : model.faces) {
+        EXPECT_EQ(face.vertex, (std::array<std::int32_t, 3>{8, 9, 10}));
+        EXPECT_EQ(face.smoothingGroup, 0);
+    }
 }
 
 TEST(MS3DModelLoad, ReadsAnEmptyFileToItsEnd)
