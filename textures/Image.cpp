@@ -2,6 +2,7 @@
 
 #include "maths/GLState.h"
 #include "maths/Memory.h"
+#include "textures/internal/Pixels.h"
 
 #include <GL/gl.h>
 #include <GL/glu.h>
@@ -16,8 +17,6 @@ namespace tamor
 {
 namespace
 {
-constexpr std::size_t channels = 4;
-
 // GLU counts the bytes of a picture in 32 bits, and writes past its own storage when they overflow.
 constexpr std::size_t largestUpload = std::size_t{1} << 28;
 

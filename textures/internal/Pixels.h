@@ -1,0 +1,25 @@
+/// \file
+/// How pixels lie in an image's array, and whole numbers from the floats in them.
+#pragma once
+
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+
+namespace tamor
+{
+constexpr std::size_t channels = 4;
+constexpr std::size_t alphaChannel = 3;
+
+/// Toward zero. What no integer holds becomes the nearest that one does, and not-a-number 0.
+inline std::int32_t truncated(float value)
+{
+    constexpr float tooLarge = 2147483648.0F;
+    if (value >= tooLarge)
+        return std::numeric_limits<std::int32_t>::max();
+    if (value < -tooLarge)
+        return std::numeric_limits<std::int32_t>::min();
+    return std::isnan(value) ? 0 : static_cast<std::int32_t>(value);
+}
+} // namespace tamor
