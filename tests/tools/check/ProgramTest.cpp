@@ -5,6 +5,7 @@
 
 #include <gmock/gmock.h>
 
+#include <fstream>
 #include <map>
 
 namespace tamor::test
@@ -203,6 +204,44 @@ TEST_F(CheckProgram, ColoursOnATerminalOnly)
     EXPECT_THAT(onATerminal("my.gui", ""),
                 StartsWith("\033[1mmy.gui:1:28: \033[0m\033[1;35mwarning: \033[0mone of"));
     EXPECT_THAT(onATerminal("my.gui", "1"), StartsWith("my.gui:1:28: warning: one of"));
+}
+
+// A listing that begins with "$" shows what the program says to the files above it.
+TEST_F(CheckProgram, SaysWhatTheManualShows)
+{
+    std::ifstream page(TAMOR_DOCS "/tools.md");
+    int shown = 0;
+    for (std::string line; std::getline(page, line);) {
+        const bool isFile = line.starts_with("```text ");
+        if (!isFile && line != "```console")
+            continue;
+        const std::string name = isFile ? line.substr(8) : "";
+        std::string text;
+        for (std::string each; std::getline(page, each) && each != "```";)
+            text += each + "\n";
+        const std::string call = "$ tamor-check ";
+        if (isFile) {
+            directory.write(name, text);
+        } else if (text.starts_with(call)) {
+            const std::size_t end = text.find('\n');
+            ++shown;
+            EXPECT_EQ(answerOf({text.substr(call.size(), end - call.size())}).output,
+                      text.substr(end + 1));
+        }
+    }
+    EXPECT_EQ(shown, 2);
+}
+
+TEST_F(CheckProgram, HasItsOptionsCompletedByTheShell)
+{
+    const std::string complete = "source " TAMOR_SOURCES "/tools/completion.bash\n"
+                                 "COMP_WORDS=(" TAMOR_CHECK_PROGRAM " --fo) COMP_CWORD=1\n"
+                                 "_tamor_tool " TAMOR_CHECK_PROGRAM "\n"
+                                 "echo \"${COMPREPLY[@]}\"\n";
+    ChildProcess shell({"bash", "-c", complete});
+
+    EXPECT_EQ(shell.wait().status, 0);
+    EXPECT_EQ(shell.output() + shell.errors(), "--format\n");
 }
 
 // The sources' own files are as the checker wants them; scripts show what a library looks like.
