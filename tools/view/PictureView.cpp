@@ -154,13 +154,13 @@ int PictureView::top() const
 
 void PictureView::takeKeys(const KeyboardState& keys)
 {
-    constexpr std::array<std::pair<char, Channel>, 5> channelKeys{{{'c', Channel::ALL},
+    constexpr std::array<std::pair<std::size_t, Channel>, 5> channelKeys{{{'c', Channel::ALL},
                                                                    {'r', Channel::RED},
                                                                    {'g', Channel::GREEN},
                                                                    {'b', Channel::BLUE},
                                                                    {'a', Channel::ALPHA}}};
     for (const auto& [key, keyChannel] : channelKeys) {
-        if (keys.pressed[static_cast<std::size_t>(key)] == 0)
+        if (keys.pressed[key] == 0)
             continue;
         channel = keyChannel;
         upload();
