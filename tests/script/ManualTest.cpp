@@ -1,4 +1,4 @@
-// The listings of docs/script-language.md, and the sample scripts.
+// The listings of docs/script-language.md, and the example that hosts scripts.
 #include "tests/script/ScriptTesting.h"
 #include "tests/support/CapturedErrors.h"
 #include "tests/support/ChildProcess.h"
@@ -16,7 +16,6 @@ namespace tamor::test
 namespace
 {
 const std::string root = TAMOR_SOURCE_DIRECTORY;
-const std::string scripts = root + "/examples/scripts/";
 
 std::string contentOf(const std::string& path)
 {
@@ -85,8 +84,6 @@ struct HostRun
     std::string output;
     std::string errors;
 };
-
-const char* const usage = "usage: run_script [--load LIBRARY]... [--tokens] FILE\n";
 } // namespace
 
 TEST(Manual, PrintsWhatItSaysBehindEachListing)
@@ -116,71 +113,27 @@ TEST(Manual, ShowsTheHostThatIsCompiledAndRun)
     EXPECT_NE(page.find("```cpp\n" + host + "```\n"), std::string::npos);
 }
 
-TEST(SampleScripts, PrintWhatIsKept)
-{
-    for (const char* name : {"ball", "mandelbrot", "primes", "statistics"}) {
-        const HostRun run({scripts + name + ".script"});
-
-        EXPECT_EQ(run.status, 0) << name;
-        EXPECT_EQ(run.errors, contentOf("examples/" + std::string(name) + ".txt")) << name;
-        EXPECT_EQ(run.output, "") << name;
-    }
-}
-
-TEST(SampleScripts, CallALibrary)
-{
-    const HostRun run({"--load", scripts + "chart-library.script", scripts + "chart.script"});
-
-    EXPECT_EQ(run.status, 0);
-    EXPECT_EQ(run.errors, contentOf("examples/chart.txt"));
-}
-
-TEST(RunScript, PrintsTheTokensAndRunsNothing)
+TEST(RunScript, HandsInAFunctionAndAVariableAndTakesOneBack)
 {
     const TemporaryDirectory directory;
-    directory.write("a.script", "x = print(1);");
-
-    const HostRun run({"--tokens", "a.script"});
-
-    EXPECT_EQ(run.status, 0);
-    EXPECT_EQ(run.output, ">x< = print( 1 #1 #) ;\n");
-    EXPECT_EQ(run.errors, "");
-}
-
-TEST(RunScript, OffersItsOwnFunctions)
-{
-    const TemporaryDirectory directory;
-    directory.write("a.script", "a[1] = 4; in = item(a, 1); past = item(a, 2); below = item(a, -1);"
-                                "print(sqrt(16), sqrt(2.25), sqrt(a), length(a), length(\"four\"));"
-                                "print(in, past, below);");
+    directory.write("a.script", "a[2] = 1; print(file, length(a), length(\"four\"), length(1));"
+                                "status = 7;");
 
     const HostRun run({"a.script"});
 
-    EXPECT_EQ(run.errors, "4 1.5 NULL 2 4 \n4 NULL NULL \n");
+    EXPECT_EQ(run.errors, "a.script 3 4 NULL \n");
+    EXPECT_EQ(run.status, 7);
 }
 
-TEST(RunScript, SaysWhenNoFileIsNamed)
+TEST(RunScript, WantsAFileThatCanBeRead)
 {
-    for (const std::vector<std::string>& arguments :
-         {std::vector<std::string>{}, {"--tokens"}, {"--load"}, {"--load", "a"}, {"a", "b"}}) {
-        const HostRun run(arguments);
+    EXPECT_EQ(HostRun({}).errors, "usage: run_script FILE\n");
+    EXPECT_EQ(HostRun({"a", "b"}).status, 2);
+    for (const char* path : {"missing", "/"}) {
+        const HostRun run({path});
         EXPECT_EQ(run.status, 2);
-        EXPECT_EQ(run.errors, std::string("run_script: no file is named\n") + usage);
+        EXPECT_EQ(run.errors, "run_script: cannot read the file\n");
     }
-}
-
-TEST(RunScript, SaysWhenAFileCannotBeRead)
-{
-    const TemporaryDirectory directory;
-    directory.write("a.script", "print(1);");
-
-    for (const std::vector<std::string>& arguments :
-         {std::vector<std::string>{"missing"}, {"--load", "missing", "a.script"}}) {
-        const HostRun run(arguments);
-        EXPECT_EQ(run.status, 2);
-        EXPECT_EQ(run.errors, std::string("run_script: cannot read 'missing'\n") + usage);
-    }
-    EXPECT_EQ(HostRun({"/"}).errors, std::string("run_script: cannot read '/'\n") + usage);
 }
 
 TEST(RunScript, RunsAnEmptyFile)

@@ -54,7 +54,6 @@ TEST(ViewReloadGLTest, NoticesALayoutThatAnEditorPutInThePlaceOfTheOld)
     open(view);
 
     directory.write("my.gui.new", directory.read("my.gui"));
-    std::filesystem::rename("my.gui", "my.gui~");
     std::filesystem::rename("my.gui.new", "my.gui");
 
     EXPECT_TRUE(view.saysTimes("my.gui: read in", 2));
