@@ -1,10 +1,14 @@
 #include "script/Parser.h"
 
 #include "script/ScriptInterpreter.h"
+#include "script/internal/Keywords.h"
+#include "script/internal/PositionWriter.h"
 #include "script/internal/Scanner.h"
+#include "script/internal/Stretches.h"
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 #include <string_view>
 #include <utility>
 
@@ -12,12 +16,22 @@ namespace tamor
 {
 namespace
 {
-/// One text, or one piece of an argument list, on its way into a list.
+using script::headerKeywords;
+using script::Keyword;
+using script::returnKeyword;
+
+/// One text on its way into a list.
 class Parser
 {
 public:
-    Parser(ScriptInterpreter& owner, std::vector<ScriptToken>& list, std::string_view text)
-        : interpreter(owner), out(list), length(text.size()), scanner(text)
+    Parser(ScriptInterpreter& owner, std::vector<ScriptToken>& list, std::string_view wholeText,
+           script::PositionWriter* writer)
+        : interpreter(owner),
+          out(list),
+          text(wholeText),
+          stretches(wholeText),
+          positions(writer),
+          scanner(wholeText)
     {}
 
     void parse()
@@ -33,14 +47,28 @@ private:
     void parseName();
     void parseOther();
     bool parseOperator();
-    void fillArguments(std::vector<ScriptToken>& args, std::string_view inner);
+    std::string_view readParenthesised();
+    std::vector<ScriptToken> parseArguments(std::string_view inner);
     ScriptToken& emit(std::int32_t kind);
-    void makeRoom();
+    ScriptToken& emitWithArguments(std::int32_t kind, std::vector<ScriptToken> args);
+
+    /// The position in the text of something that begins at `at`.
+    std::size_t positionOf(const char* at) const
+    {
+        return static_cast<std::size_t>(at - text.data());
+    }
 
     ScriptInterpreter& interpreter;
     std::vector<ScriptToken>& out;
-    std::size_t length;
+    std::string_view text;
+    script::Stretches stretches;
+    /// Null where nobody asks for positions.
+    script::PositionWriter* positions;
+    /// The rest of the text, or of the piece of an argument list that is being parsed.
     Scanner scanner;
+    /// The tokens of the argument lists that are being parsed.
+    std::vector<ScriptToken> arguments;
+    int argumentDepth = 0;
 };
 
 /// For each character, the first row of the operators that begins with it.
@@ -53,30 +81,30 @@ constexpr std::array<std::uint8_t, 256> firstOperators = [] {
 }();
 
 /// Whether a word may be one of the keywords, which are looked for in names only.
-bool mayBeKeyword(std::string_view text)
+bool mayBeKeyword(std::string_view word)
 {
-    return std::string_view("rfwi").find(text.front()) != std::string_view::npos;
+    return script::keywordLetters.find(word.front()) != std::string_view::npos;
 }
 
 /// Appends a token where tokens go at present: to the function being defined, or to the list.
 ScriptToken& Parser::emit(std::int32_t kind)
 {
     ScriptFunction* const function = interpreter.currentFunction;
-    if (function == nullptr && out.size() == out.capacity())
-        makeRoom();
-    ScriptToken& token = (function != nullptr ? function->body : out).emplace_back();
+    if (positions != nullptr)
+        positions->emit(interpreter, argumentDepth > 0);
+    std::vector<ScriptToken>& list = argumentDepth > 0 ? arguments : out;
+    ScriptToken& token = (function != nullptr ? function->body : list).emplace_back();
     token.kind = kind;
     return token;
 }
 
-/// Makes room for what the rest of the text will give if it is like the text so far. To grow by
-/// doubling takes a third of a long text's time.
-void Parser::makeRoom()
+ScriptToken& Parser::emitWithArguments(std::int32_t kind, std::vector<ScriptToken> args)
 {
-    const std::size_t scanned = length - scanner.text().size();
-    const std::size_t atLeast = 2 * out.size() + 4;
-    if (scanned > 0)
-        out.reserve(std::max(atLeast, out.size() * length / scanned));
+    ScriptToken& token = emit(kind);
+    token.args = std::move(args);
+    if (positions != nullptr)
+        positions->attachArguments(token.args.size());
+    return token;
 }
 
 /// The order of the tests is the language: the first that applies wins.
@@ -84,6 +112,8 @@ void Parser::parseItem()
 {
     if (scanner.startsWith(SPACE_CHARACTER))
         return scanner.skipSpace();
+    if (positions != nullptr)
+        positions->begin(positionOf(scanner.text().data()));
     // Meant: every "-" at the front begins a number, so `a - 1` has no operator in it;
     // `ParseText.TakesEveryMinusAtTheFrontForANumber` holds it.
     if (scanner.startsWith(NUMBER_CHARACTER))
@@ -99,15 +129,15 @@ void Parser::parseItem()
         return parseOther();
     if (!mayBeKeyword(scanner.text()))
         return parseName();
-    if (scanner.skip("return ")) {
-        emit(TOK_RETURN);
+    if (scanner.skip(returnKeyword.text)) {
+        emit(returnKeyword.kind);
         return;
     }
     // Meant: keywords have no word boundary, so `format` begins with "for";
     // `ParseText.FindsKeywordsByPrefixAlone` holds it.
-    if (scanner.startsWith("func ") || scanner.startsWith("while") || scanner.startsWith("for") ||
-        scanner.startsWith("if"))
-        return parseHeader();
+    for (const Keyword& keyword : headerKeywords)
+        if (scanner.startsWith(keyword.text))
+            return parseHeader();
     parseName();
 }
 
@@ -129,36 +159,32 @@ void Parser::parseHeader()
     // Meant: tests one after the other on what is left, so `whileif(1)` is an "if", and no token at
     // all where no parenthesis follows; `ParseText.TestsKeywordsOneAfterTheOther` holds it.
     ScriptToken header;
-    if (scanner.skip("while"))
-        header.kind = TOK_WHILE;
-    if (scanner.skip("func ")) {
-        header.kind = TOK_FUNC;
-        scanner.skipSpace();
-        header.name = scanner.readVariablePath();
+    for (const Keyword& keyword : headerKeywords) {
+        if (!scanner.skip(keyword.text))
+            continue;
+        header.kind = keyword.kind;
+        if (keyword.kind == TOK_FUNC) {
+            scanner.skipSpace();
+            header.name = scanner.readVariablePath();
+        }
     }
-    if (scanner.skip("for"))
-        header.kind = TOK_FOR;
-    if (scanner.skip("if"))
-        header.kind = TOK_IF;
     scanner.skipSpace();
     if (!scanner.startsWith('('))
         return;
 
-    const std::string_view inner = scanner.readParenthesised();
+    const std::string_view inner = readParenthesised();
     if (header.kind != TOK_FUNC) {
-        fillArguments(header.args, inner);
-        emit(header.kind).args = std::move(header.args);
+        std::vector<ScriptToken> args = parseArguments(inner);
+        emitWithArguments(header.kind, std::move(args));
         emit(TOK_SEMICOLON);
         return;
     }
     // Meant: a second definition replaces the parameters and adds to the body;
     // `ParseText.AddsASecondDefinitionBehindTheFirst` holds it.
     ScriptFunction& function = interpreter.functions[header.name];
-    function.keepRunningBody();
     interpreter.currentFunction = &function;
     interpreter.blockDepth = 0;
-    fillArguments(header.args, inner);
-    function.parameters = std::move(header.args);
+    function.parameters = parseArguments(inner);
 }
 
 /// A call or a variable.
@@ -170,13 +196,10 @@ void Parser::parseName()
         emit(TOK_VARIABLE).name = path;
         return;
     }
-    std::vector<ScriptToken> args;
-    fillArguments(args, scanner.readParenthesised());
+    std::vector<ScriptToken> args = parseArguments(readParenthesised());
     if (args.empty())
         args.emplace_back();
-    ScriptToken& call = emit(TOK_CALL);
-    call.name = path;
-    call.args = std::move(args);
+    emitWithArguments(TOK_CALL, std::move(args)).name = path;
 }
 
 void Parser::parseOther()
@@ -214,37 +237,74 @@ bool Parser::parseOperator()
     return false;
 }
 
+/// What stands between the parenthesis at the front and the one that closes it. A text that ends
+/// before that loses its last character.
+std::string_view Parser::readParenthesised()
+{
+    // Meant: strings are not looked for, so a parenthesis inside quotes counts;
+    // `ParseText.CountsAParenthesisInsideAString` holds it.
+    const std::string_view rest = scanner.text();
+    const std::size_t open = positionOf(rest.data());
+    const std::size_t closing = stretches.closing(open);
+    // A piece of an argument list may end before.
+    const std::size_t length = closing - open < rest.size() ? closing - open + 1 : rest.size();
+    const std::string_view stretch = scanner.take(length);
+    return stretch.size() < 2 ? std::string_view() : stretch.substr(1, stretch.size() - 2);
+}
+
 /// Cuts parenthesised text at its commas and parses each piece, each followed by a `TOK_ARGEND`.
-void Parser::fillArguments(std::vector<ScriptToken>& args, std::string_view inner)
+std::vector<ScriptToken> Parser::parseArguments(std::string_view inner)
 {
     // Meant: every comma cuts, in a nested call and in a string too;
     // `ParseText.CutsArgumentsAtEveryComma` holds it.
-    const bool hasComma = inner.find(',') != std::string_view::npos;
-    if (!hasComma && Scanner(inner).isAllSpace())
-        return;
-    // A token every third character is usual, and each piece has its TOK_ARGEND.
-    args.reserve(inner.size() / 3 + 2);
+    const std::size_t outer = arguments.size();
+    const auto commaIn = [&](std::string_view rest) {
+        const std::size_t comma = stretches.comma(positionOf(rest.data()));
+        return std::min(comma - positionOf(rest.data()), rest.size());
+    };
+    if (positions != nullptr)
+        positions->beginArguments();
+    const bool hasPieces =
+        !inner.empty() && (commaIn(inner) < inner.size() || !Scanner(inner).isAllSpace());
+    const Scanner behind = scanner;
     ScriptFunction* const outerFunction = interpreter.currentFunction;
-    for (bool more = true; more;) {
-        const std::size_t comma = inner.find(',');
-        more = comma != std::string_view::npos;
+    ++argumentDepth;
+    for (bool more = hasPieces; more;) {
+        const std::size_t length = commaIn(inner);
+        more = length < inner.size();
         interpreter.currentFunction = nullptr;
-        Parser(interpreter, args, inner.substr(0, comma)).parse();
+        scanner = Scanner(inner.substr(0, length));
+        parse();
+        if (positions != nullptr)
+            positions->begin(positionOf(inner.data() + length));
+        interpreter.currentFunction = nullptr;
+        emit(TOK_ARGEND);
         interpreter.currentFunction = outerFunction;
-        args.emplace_back();
-        if (more)
-            inner.remove_prefix(comma + 1);
+        inner.remove_prefix(more ? length + 1 : length);
     }
+    --argumentDepth;
+    scanner = behind;
+    if (positions != nullptr)
+        positions->endArguments();
+    const auto first = arguments.begin() + static_cast<std::ptrdiff_t>(outer);
+    std::vector<ScriptToken> args(std::make_move_iterator(first),
+                                  std::make_move_iterator(arguments.end()));
+    arguments.erase(first, arguments.end());
+    return args;
 }
 } // namespace
 
-// The signature is the hosts'.
-// NOLINTNEXTLINE(performance-unnecessary-value-param)
 bool parseText(ScriptInterpreter& interpreter, std::vector<ScriptToken>& out, std::string text)
 {
-    if (interpreter.currentFunction != nullptr)
-        interpreter.currentFunction->keepRunningBody();
-    Parser(interpreter, out, text).parse();
+    Parser(interpreter, out, text, nullptr).parse();
+    return true;
+}
+
+bool parseText(ScriptInterpreter& interpreter, std::vector<ScriptToken>& out, std::string text,
+               ScriptPositions& positions)
+{
+    script::PositionWriter writer(text, positions, interpreter, out.size());
+    Parser(interpreter, out, text, &writer).parse();
     return true;
 }
 } // namespace tamor

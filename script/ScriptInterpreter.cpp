@@ -1,5 +1,7 @@
 #include "script/ScriptInterpreter.h"
 
+#include "script/internal/Machine.h"
+
 #include <fstream>
 #include <iostream>
 
@@ -19,21 +21,19 @@ std::vector<ScriptToken> parseFile(ScriptInterpreter& interpreter, const std::st
 }
 } // namespace
 
-void ScriptFunction::keepRunningBody()
-{
-    if (activeCalls == 0)
-        return;
-    std::vector<ScriptToken> changing = body;
-    runningBodies.push_back(std::move(body));
-    body = std::move(changing);
-}
-
-ScriptInterpreter::ScriptInterpreter()
+ScriptInterpreter::ScriptInterpreter() : machine(std::make_unique<script::Machine>(*this))
 {
     variables["false"] = ScriptValue(0);
     variables["true"] = ScriptValue(1);
     variables["pi"].setFloat(static_cast<float>(3.141592653589793));
     builtins["print"] = builtinPrint;
+}
+
+ScriptInterpreter::~ScriptInterpreter() = default;
+
+script::Machine& script::machineOf(ScriptInterpreter& interpreter)
+{
+    return *interpreter.machine;
 }
 
 bool ScriptInterpreter::runFile(const std::string& path)

@@ -17,11 +17,22 @@
 
 #include <cstdint>
 #include <map>
+#include <memory>
 #include <string>
 #include <vector>
 
 namespace tamor
 {
+class ScriptInterpreter;
+
+namespace script
+{
+class Machine;
+
+/// What runs an interpreter's scripts; not for hosts.
+Machine& machineOf(ScriptInterpreter& interpreter);
+} // namespace script
+
 /// A function that a script has defined.
 struct ScriptFunction
 {
@@ -29,22 +40,15 @@ struct ScriptFunction
     std::vector<ScriptToken> parameters;
     /// The statements, with the braces around them.
     std::vector<ScriptToken> body;
-
-    /// Called before the body changes: where the body is running, it runs on to its end as it is,
-    /// and the change is made to a copy. A built-in may parse text at any time.
-    void keepRunningBody();
-
-    /// The calls that run the body now, and bodies that have changed while they ran. The
-    /// evaluator's and the parser's; a host leaves them alone.
-    std::int32_t activeCalls = 0;
-    std::vector<std::vector<ScriptToken>> runningBodies;
 };
 
 /// One script world: its functions, its variables, and the built-in functions that it may call.
 ///
 /// A host binds a built-in by assigning to `builtins`, and hands values in and out through
-/// `variables`; both may be done at any time. Entries pile up over all files and are never removed
-/// by a script; a host removes entries only while none of the interpreter's scripts is running.
+/// `variables`. It may change all of this at any time, also from a built-in while scripts run: edit,
+/// replace and remove what the tables hold, parse texts, and run lists within runs. What runs goes
+/// on with the body that it began with, and everything else is seen the next time it is looked at.
+/// Only the entry that `currentFunction` points to must stay. Scripts remove nothing.
 /// One interpreter belongs to one thread at a time.
 class ScriptInterpreter
 {
@@ -52,6 +56,7 @@ public:
     /// Sets the variables "false" (0), "true" (1) and "pi", which scripts may overwrite, and the
     /// built-in "print".
     ScriptInterpreter();
+    ~ScriptInterpreter();
     // A copy would go on defining the other's function.
     ScriptInterpreter(const ScriptInterpreter&) = delete;
     ScriptInterpreter& operator=(const ScriptInterpreter&) = delete;
@@ -75,6 +80,11 @@ public:
     std::map<std::string, ScriptValue> variables;
     /// May hold null pointers, under names that were called and are no built-ins.
     std::map<std::string, ScriptBuiltin> builtins;
+
+private:
+    friend script::Machine& script::machineOf(ScriptInterpreter& interpreter);
+
+    std::unique_ptr<script::Machine> machine;
 };
 
 /// The built-in "print": writes each value and a space, then a line end, to the standard error

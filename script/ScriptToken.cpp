@@ -1,5 +1,7 @@
 #include "script/ScriptToken.h"
 
+#include "script/internal/Keywords.h"
+
 namespace tamor
 {
 namespace
@@ -45,7 +47,7 @@ void printToken(std::ostream& stream, const std::vector<ScriptToken>& list,
     case TOK_IF:
     case TOK_FOR:
     case TOK_WHILE:
-        stream << (token.kind == TOK_IF ? "if( " : token.kind == TOK_FOR ? "for( " : "while( ");
+        stream << script::textOfHeader(token.kind) << "( ";
         printArguments(stream, list, token.args, " ; ");
         stream << ") ";
         break;

@@ -12,9 +12,6 @@
 
 namespace tamor
 {
-struct ScriptFunction;
-struct ScriptOrder;
-
 /// A plain function that a script calls by name: the name it was called by, the number of
 /// arguments, and the first of that many values in a row, which are the function's to change.
 using ScriptBuiltin = ScriptValue (*)(std::string name, std::int32_t count, ScriptValue* values);
@@ -45,27 +42,6 @@ constexpr char scriptOperators[scriptOperatorCount][3] = {
     "(", ")",  "++", "--", "^", "*",  "/", "%",  "+",  "-",
     "!", "&&", "||", "<=", "<", ">=", ">", "==", "!=", "="};
 
-/// What the evaluator has found out about a token: the place of what it names, or the order of the
-/// list that it stands in. It is good for one run only, and no part of what the token means.
-struct ScriptLookup
-{
-    /// The run that it is good for; no run is number 0.
-    std::uint64_t run = 0;
-    union
-    {
-        ScriptValue* variable = nullptr; ///< of a variable or a parameter
-        ScriptBuiltin* builtin;          ///< of a call
-        const ScriptOrder* order;        ///< of a list's first operator or parenthesis
-    };
-    union
-    {
-        ScriptFunction* function = nullptr; ///< of a call
-        ScriptValue* shadow;                ///< of a parameter: the place of the value it hides
-        std::size_t indices;                ///< of a path: where its indices begin, or 0
-        std::size_t blockLength;            ///< of an opening brace: up to behind its closing one
-    };
-};
-
 /// One token of a list; a header or a call holds the list between its parentheses.
 struct ScriptToken
 {
@@ -76,15 +52,12 @@ struct ScriptToken
     {}
 
     std::int32_t kind = TOK_ARGEND;
-    /// The tokens of the statement that starts here, or 0; the evaluator's, as good as `lookup` is.
-    std::uint32_t statementLength = 0;
     /// The literal of a `TOK_STRING` or `TOK_NUMBER`; else `TYPE_NULL`.
     ScriptValue value;
     /// The path of a variable, the name of a call or a function; else empty.
     std::string name;
     /// The parenthesised text of a call or a header; else empty.
     std::vector<ScriptToken> args;
-    ScriptLookup lookup;
 };
 
 /// Writes a list for a developer's eye, and returns the stream. Variables are written as `>name< `,

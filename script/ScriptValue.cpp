@@ -1,14 +1,98 @@
 #include "script/ScriptValue.h"
 
-#include "script/internal/Arithmetic.h"
+#include "script/internal/Texts.h"
 
-#include <charconv>
 #include <cmath>
-#include <cstdio>
 #include <limits>
 
 namespace tamor
 {
+namespace
+{
+bool isNumber(const ScriptValue& value)
+{
+    return value.type == TYPE_INT || value.type == TYPE_FLOAT;
+}
+
+/// A number in the widest floating type at hand, in which float results are computed.
+long double wide(const ScriptValue& value)
+{
+    return value.type == TYPE_INT ? static_cast<long double>(value.number)
+                                  : static_cast<long double>(value.asFloat());
+}
+
+/// A number as a single-precision float, in which numbers are compared and powers computed.
+float single(const ScriptValue& value)
+{
+    return value.type == TYPE_INT ? static_cast<float>(value.number) : value.asFloat();
+}
+
+bool isLess(const ScriptValue& a, const ScriptValue& b)
+{
+    if (a.type == TYPE_INT && b.type == TYPE_INT)
+        return a.number < b.number;
+    return isNumber(a) && isNumber(b) && single(a) < single(b);
+}
+
+/// Computes on two integers as unsigned ones, which wrap, and on other pairs of numbers in the
+/// widest type.
+template <typename Operation>
+ScriptValue combined(const ScriptValue& a, const ScriptValue& b, Operation operation)
+{
+    ScriptValue result;
+    if (a.type == TYPE_INT && b.type == TYPE_INT) {
+        const auto x = static_cast<std::uint32_t>(a.number);
+        const auto y = static_cast<std::uint32_t>(b.number);
+        result.setInt(static_cast<int>(operation(x, y)));
+    } else if (isNumber(a) && isNumber(b)) {
+        result.setFloat(static_cast<float>(operation(wide(a), wide(b))));
+    }
+    return result;
+}
+
+/// The sum of which at least one operand is no number.
+ScriptValue joined(const ScriptValue& a, const ScriptValue& b)
+{
+    ScriptValue result;
+    if (a.type != TYPE_STRING && b.type != TYPE_STRING)
+        return result;
+    result.type = TYPE_STRING;
+    // Meant: a string and an array write nothing at all, not even the string;
+    // `ScriptValueAdd.AStringAndAnArrayGiveTheEmptyString` holds it.
+    if (a.type != TYPE_ARRAY && b.type != TYPE_ARRAY) {
+        script::appendText(result.text, a);
+        script::appendText(result.text, b);
+    }
+    return result;
+}
+
+/// Cuts the fraction off. What no integer can hold becomes the nearest one, and a NaN 0.
+int truncated(float value)
+{
+    using Limits = std::numeric_limits<std::int32_t>;
+    if (std::isnan(value))
+        return 0;
+    // 2^31 is the first float past the integers; the least integer is a float itself.
+    if (value >= 2147483648.0F)
+        return Limits::max();
+    if (value < -2147483648.0F)
+        return Limits::min();
+    return static_cast<int>(value);
+}
+
+int truncated(const ScriptValue& value)
+{
+    return value.type == TYPE_INT ? value.number : truncated(value.asFloat());
+}
+
+// Meant: the processor's own division with no test of the divisor, whose trap ends the process;
+// `ScriptValueModulo.ByZeroEndsInTheArithmeticTrap` holds it, also under the sanitisers.
+__attribute__((noinline, no_sanitize("undefined"))) int remainder(int dividend, int divisor)
+{
+    return dividend % divisor; // NOLINT(clang-analyzer-core.DivideZero)
+}
+} // namespace
+
 ScriptValue& ScriptValue::arrayElement(unsigned index)
 {
     type = TYPE_ARRAY;
@@ -58,57 +142,59 @@ bool equals(const ScriptValue& a, const ScriptValue& b)
 
 bool greaterThan(const ScriptValue& a, const ScriptValue& b)
 {
-    return arithmetic::isLess(b, a);
+    return isLess(b, a);
 }
 
 // Meant: operands that are no numbers give TYPE_NULL here and false in greaterThan;
 // `ScriptValueOrder.LessThanOfAnythingButNumbersIsNull` holds it.
 ScriptValue lessThan(const ScriptValue& a, const ScriptValue& b)
 {
-    ScriptValue result;
-    arithmetic::lessThan(result, a, b);
-    return result;
+    if (!isNumber(a) || !isNumber(b))
+        return {};
+    return isLess(a, b) ? 1 : 0;
 }
 
 ScriptValue add(const ScriptValue& a, const ScriptValue& b)
 {
-    ScriptValue result;
-    arithmetic::add(result, a, b);
-    return result;
+    if (isNumber(a) && isNumber(b))
+        return combined(a, b, [](auto x, auto y) { return x + y; });
+    return joined(a, b);
 }
 
 ScriptValue subtract(const ScriptValue& a, const ScriptValue& b)
 {
-    ScriptValue result;
-    arithmetic::subtract(result, a, b);
-    return result;
+    return combined(a, b, [](auto x, auto y) { return x - y; });
 }
 
 ScriptValue multiply(const ScriptValue& a, const ScriptValue& b)
 {
-    ScriptValue result;
-    arithmetic::multiply(result, a, b);
-    return result;
+    return combined(a, b, [](auto x, auto y) { return x * y; });
 }
 
 ScriptValue divide(const ScriptValue& a, const ScriptValue& b)
 {
     ScriptValue result;
-    arithmetic::divide(result, a, b);
+    if (isNumber(a) && isNumber(b))
+        result.setFloat(static_cast<float>(wide(a) / wide(b)));
     return result;
 }
 
 ScriptValue modulo(const ScriptValue& a, const ScriptValue& b)
 {
-    ScriptValue result;
-    arithmetic::modulo(result, a, b);
-    return result;
+    if (!isNumber(a) || !isNumber(b))
+        return {};
+    return remainder(truncated(a), truncated(b));
 }
 
 ScriptValue power(const ScriptValue& a, const ScriptValue& b)
 {
+    if (!isNumber(a) || !isNumber(b))
+        return {};
+    const float value = std::pow(single(a), single(b));
+    if (a.type == TYPE_INT && b.type == TYPE_INT)
+        return truncated(value);
     ScriptValue result;
-    arithmetic::power(result, a, b);
+    result.setFloat(value);
     return result;
 }
 
@@ -132,106 +218,4 @@ std::ostream& printValue(std::ostream& stream, const ScriptValue& value)
         return stream;
     }
 }
-
-namespace arithmetic
-{
-namespace
-{
-/// Cuts the fraction off. What no integer can hold becomes the nearest one, and a NaN 0.
-int truncated(float value)
-{
-    using Limits = std::numeric_limits<std::int32_t>;
-    if (std::isnan(value))
-        return 0;
-    // 2^31 is the first float past the integers; the least integer is a float itself.
-    if (value >= 2147483648.0F)
-        return Limits::max();
-    if (value < -2147483648.0F)
-        return Limits::min();
-    return static_cast<int>(value);
-}
-
-int truncated(const ScriptValue& value)
-{
-    return value.type == TYPE_INT ? value.number : truncated(value.asFloat());
-}
-
-// Meant: the processor's own division with no test of the divisor, whose trap ends the process;
-// `ScriptValueModulo.ByZeroEndsInTheArithmeticTrap` holds it, also under the sanitisers.
-__attribute__((noinline, no_sanitize("undefined"))) int remainder(int dividend, int divisor)
-{
-    return dividend % divisor; // NOLINT(clang-analyzer-core.DivideZero)
-}
-} // namespace
-
-void assignElements(ScriptValue& to, const ScriptValue& from)
-{
-    ScriptValue copy(from);
-    to = std::move(copy);
-}
-
-void modulo(ScriptValue& result, const ScriptValue& a, const ScriptValue& b)
-{
-    if (isNumber(a) && isNumber(b))
-        result.setInt(remainder(truncated(a), truncated(b)));
-    else
-        result.type = TYPE_NULL;
-}
-
-void power(ScriptValue& result, const ScriptValue& a, const ScriptValue& b)
-{
-    if (!isNumber(a) || !isNumber(b)) {
-        result.type = TYPE_NULL;
-        return;
-    }
-    const float value = std::pow(single(a), single(b));
-    if (a.type == TYPE_INT && b.type == TYPE_INT)
-        result.setInt(truncated(value));
-    else
-        result.setFloat(value);
-}
-
-void appendText(std::string& text, const ScriptValue& value)
-{
-    char digits[32];
-    switch (value.type) {
-    case TYPE_NULL:
-        text += "NULL";
-        break;
-    case TYPE_INT:
-        text.append(digits, std::to_chars(digits, digits + sizeof digits, value.number).ptr);
-        break;
-    case TYPE_STRING:
-        text += value.text;
-        break;
-    case TYPE_FLOAT:
-        // As a stream with its default settings writes it.
-        std::snprintf(digits, sizeof digits, "%g", static_cast<double>(value.asFloat()));
-        text += digits;
-        break;
-    default:
-        break;
-    }
-}
-
-void addTexts(ScriptValue& result, const ScriptValue& a, const ScriptValue& b)
-{
-    if (a.type != TYPE_STRING && b.type != TYPE_STRING) {
-        result.type = TYPE_NULL;
-        return;
-    }
-    std::string text;
-    // Meant: a string and an array write nothing at all, not even the string;
-    // `ScriptValueAdd.AStringAndAnArrayGiveTheEmptyString` holds it.
-    if (a.type != TYPE_ARRAY && b.type != TYPE_ARRAY) {
-        if (&result == &a && a.type == TYPE_STRING)
-            text.swap(result.text);
-        else
-            appendText(text, a);
-        appendText(text, b);
-    }
-    result.type = TYPE_STRING;
-    result.text.swap(text);
-}
-} // namespace arithmetic
 } // namespace tamor

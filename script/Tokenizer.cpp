@@ -1,7 +1,7 @@
 #include "script/Tokenizer.h"
 
 #include "script/ScriptInterpreter.h"
-#include "script/internal/Paths.h"
+#include "script/internal/Elements.h"
 #include "script/internal/Scanner.h"
 
 namespace tamor
@@ -91,27 +91,23 @@ std::string readStringLiteral(std::string& text)
 
 ScriptValue* resolveVariable(ScriptInterpreter& interpreter, const std::string& path)
 {
-    const Scanner scanner(path);
-    return scanner.startsWith(NAME_CHARACTER) ? followPath(interpreter, scanner, nullptr) : nullptr;
-}
-
-ScriptValue* followPath(ScriptInterpreter& interpreter, Scanner path, ScriptValue* result)
-{
-    while (!path.isAllSpace()) {
+    Scanner scanner(path);
+    ScriptValue* result = nullptr;
+    while (!scanner.isAllSpace()) {
         // Meant: a name behind an index starts over, so `a[1]b` is `b`;
         // `ResolveVariable.StartsOverAtANameBehindAnIndex` holds it.
-        if (path.startsWith(NAME_CHARACTER)) {
-            result = &interpreter.variables[std::string(path.readName())];
+        if (scanner.startsWith(NAME_CHARACTER)) {
+            result = &interpreter.variables[std::string(scanner.readName())];
             continue;
         }
-        if (!path.skip("["))
+        if (result == nullptr || !scanner.skip("["))
             return nullptr;
-        path.skipSpace();
-        if (!path.startsWith(NUMBER_CHARACTER))
+        scanner.skipSpace();
+        if (!scanner.startsWith(NUMBER_CHARACTER))
             break;
-        const int index = integerFromText(path.readNumberText());
-        result = &result->arrayElement(static_cast<unsigned>(index));
-        path.takeRun(INDEX_END_CHARACTER);
+        const int index = integerFromText(scanner.readNumberText());
+        result = script::findElement(*result, static_cast<unsigned>(index));
+        scanner.takeRun(INDEX_END_CHARACTER);
     }
     return result;
 }

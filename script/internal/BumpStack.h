@@ -1,5 +1,5 @@
 /// \file
-/// The evaluator's working storage. Not for hosts.
+/// Storage for what is made and given back in order. Not for hosts.
 #pragma once
 
 #include <algorithm>
@@ -7,7 +7,7 @@
 #include <memory>
 #include <vector>
 
-namespace tamor
+namespace tamor::script
 {
 /// Objects that are taken in rows and given back in the reverse order. Their places never move, and
 /// they are made once and used again and again: taking one costs no constructor and no allocation.
@@ -15,8 +15,6 @@ template <typename T>
 class BumpStack
 {
 public:
-    BumpStack() { openBlock(0); }
-
     /// A height to go back to.
     struct Mark
     {
@@ -30,9 +28,11 @@ public:
     void release(Mark mark)
     {
         next = mark.next;
-        if (block != mark.block)
+        if (block != mark.block || next == nullptr)
             enterBlock(mark.block);
     }
+
+    void clear() { release({0, nullptr}); }
 
     /// `count` objects in a row, with whatever their last user left in them.
     T* take(std::size_t count)
@@ -54,21 +54,28 @@ private:
     /// Goes on in the next block, which is made if there is none or if it is too small.
     [[gnu::noinline]] void openBlock(std::size_t count)
     {
-        constexpr std::size_t usualSize = 32;
+        constexpr std::size_t leastSize = 8;
+        constexpr std::size_t usualSize = 64;
         const std::size_t following = blocks.empty() ? 0 : block + 1;
         if (following >= blocks.size() || blocks[following].size < count) {
-            const std::size_t size = std::max(usualSize, count);
+            const std::size_t size = std::max(following == 0 ? leastSize : usualSize, count);
             blocks.resize(std::max(blocks.size(), following + 1));
             blocks[following] = {std::make_unique<T[]>(size), size};
         }
+        next = nullptr;
         enterBlock(following);
-        next = blocks[following].objects.get();
     }
 
+    /// The block in which `next` stands, or is to stand at the beginning.
     void enterBlock(std::size_t number)
     {
         block = number;
-        end = blocks[number].objects.get() + blocks[number].size;
+        if (blocks.empty())
+            return;
+        T* const first = blocks[number].objects.get();
+        end = first + blocks[number].size;
+        if (next == nullptr)
+            next = first;
     }
 
     std::vector<Block> blocks;
@@ -77,4 +84,4 @@ private:
     T* next = nullptr;
     T* end = nullptr;
 };
-} // namespace tamor
+} // namespace tamor::script

@@ -1,95 +1,93 @@
 #include "script/internal/Order.h"
 
-namespace tamor
+#include "script/internal/Operators.h"
+
+namespace tamor::script
 {
 namespace
 {
-using Tokens = std::span<const ScriptToken>;
-
-/// A token of a list that is being put in order, or the result of an operator at that position.
-struct Entry
-{
-    std::uint32_t position;
-    std::int32_t kind;
-};
-
-/// The tokens of a list with each group as one entry.
-std::vector<Entry> entriesOf(Tokens list, ScriptOrder& order)
-{
-    std::vector<Entry> entries;
-    for (std::uint32_t at = 0; at < list.size(); ++at) {
-        entries.push_back({at, list[at].kind});
-        if (list[at].kind != openParenthesis)
-            continue;
-        // A group that nothing closes reaches to the end of the list.
-        const std::uint32_t open = at;
-        for (int depth = 1; depth > 0 && ++at < list.size();) {
-            if (list[at].kind == openParenthesis)
-                ++depth;
-            else if (list[at].kind == closeParenthesis)
-                --depth;
-        }
-        entries.back().kind = TOK_NUMBER;
-        order.groups.push_back({open, at - open - 1});
-    }
-    return entries;
-}
-
-/// Whether the operator at `i` is the sum in a list like `s = s + x`.
-bool isAppending(Tokens list, const std::vector<Entry>& entries, std::size_t i)
-{
-    return entries.size() == 5 && i == 3 && entries[3].kind == addition &&
-           entries[1].kind == assignment && entries[0].kind == TOK_VARIABLE &&
-           entries[2].kind == TOK_VARIABLE &&
-           list[entries[0].position].name == list[entries[2].position].name;
-}
-
-/// Takes the operator at `i` and its neighbours out and puts its result in.
-void reduce(std::vector<Entry>& entries, std::size_t i)
-{
-    // Meant: always three tokens out and one in, at either end of the list too, where other tokens
-    // than the operands are lost; `EvaluateTokens.LosesTokensAtTheEndsOfAList` holds it.
-    const Entry result{entries[i].position, TOK_NUMBER};
-    const std::size_t place = i > 0 ? i - 1 : 0;
-    for (std::size_t j = place; entries.size() - 2 > j; ++j)
-        entries[j] = entries[j + 2];
-    entries[place] = result;
-    entries.resize(entries.size() - 2);
-}
+constexpr std::uint32_t nowhere = OrderEntry::nowhere;
+static_assert(scriptOperatorCount <= 32, "a set of rows is 32 bits");
 } // namespace
 
-ScriptOrder ordered(Tokens list)
+Order::Order(std::vector<OrderEntry>& list, std::uint32_t begin)
+    : entries(list),
+      head(begin),
+      tail(static_cast<std::uint32_t>(list.size()) - 1),
+      row(INCREMENT),
+      cursor(tail)
 {
-    ScriptOrder order;
-    order.length = list.size();
-    std::vector<Entry> entries = entriesOf(list, order);
-    // One sweep for each row of the operators: that is all there is to precedence. Meant: from the
-    // right, so 8 / 4 / 2 is 8 / (4 / 2); `EvaluateTokens.GroupsOperatorsOfOneRowFromTheRight`
-    // holds it.
-    for (std::int32_t kind = increment; kind <= assignment; ++kind) {
-        for (std::size_t i = entries.size(); i-- > 0;) {
-            if (i >= entries.size() || entries[i].kind != kind)
-                continue;
-            const bool hasLeft = i > 0;
-            const bool hasRight = i + 1 < entries.size();
-            if ((!hasLeft && !hasRight) || (hasLeft && isApplied(entries[i - 1].kind)) ||
-                (hasRight && isApplied(entries[i + 1].kind))) {
-                order.isBroken = true;
-                return order;
-            }
-            order.steps.push_back({entries[i].position,
-                                   hasLeft ? entries[i - 1].position : ScriptOrder::nowhere,
-                                   hasRight ? entries[i + 1].position : ScriptOrder::nowhere, kind,
-                                   isAppending(list, entries, i), false});
-            reduce(entries, i);
-        }
+    for (std::uint32_t i = head; i <= tail; ++i) {
+        entries[i].previous = i == head ? nowhere : i - 1;
+        entries[i].next = i == tail ? nowhere : i + 1;
+        if (isApplied(entries[i].kind))
+            rows |= 1U << entries[i].kind;
     }
-    if (!order.steps.empty())
-        order.steps.back().isLast = true;
-    for (const Entry& entry : entries)
-        order.rest.push_back(entry.position);
-    if (entries.size() == 1 && isApplied(list[entries[0].position].kind))
-        order.result = entries[0].position;
-    return order;
 }
-} // namespace tamor
+
+/// Moves the cursor to the next operator of the order. \return false where there is none
+bool Order::find()
+{
+    for (; row < scriptOperatorCount; ++row, cursor = tail) {
+        if ((rows >> row & 1U) == 0)
+            continue;
+        // Meant: from the right, so 8 / 4 / 2 is 8 / (4 / 2);
+        // `EvaluateTokens.GroupsOperatorsOfOneRowFromTheRight` holds it.
+        for (; cursor != nowhere; cursor = entries[cursor].previous)
+            if (entries[cursor].kind == row)
+                return true;
+    }
+    return false;
+}
+
+bool Order::next(Step& step)
+{
+    if (broken || !find())
+        return false;
+    const std::uint32_t left = entries[cursor].previous;
+    const std::uint32_t right = entries[cursor].next;
+    broken = (left == nowhere && right == nowhere) ||
+             (left != nowhere && isApplied(entries[left].kind)) ||
+             (right != nowhere && isApplied(entries[right].kind));
+    if (broken)
+        return false;
+    step = {row, left, right, nowhere, false};
+    takeOut(step);
+    return true;
+}
+
+/// Meant: always three entries out and one in, at either end of the list too, where other entries
+/// than the operands are lost; `EvaluateTokens.LosesTokensAtTheEndsOfAList` holds it.
+void Order::takeOut(Step& step)
+{
+    if (step.right == nowhere) {
+        // The left operand's place takes the result, and is the last but one to go.
+        cursor = entries[step.left].previous;
+        link(cursor, nowhere);
+        return;
+    }
+    if (step.left == nowhere) {
+        // The result replaces what stands behind the right operand.
+        step.place = entries[step.right].next;
+        cursor = nowhere;
+        if (step.place == nowhere)
+            return link(nowhere, nowhere);
+        link(nowhere, step.place);
+    } else {
+        step.place = cursor;
+        cursor = entries[step.left].previous;
+        link(cursor, step.place);
+        link(step.place, entries[step.right].next);
+    }
+    entries[step.place].kind = TOK_NUMBER;
+    entries[step.place].token = nullptr;
+    step.isFinal = head == tail;
+}
+
+/// Makes two entries neighbours; nowhere is what lies beyond either end.
+void Order::link(std::uint32_t before, std::uint32_t after)
+{
+    (before == nowhere ? head : entries[before].next) = after;
+    (after == nowhere ? tail : entries[after].previous) = before;
+}
+} // namespace tamor::script

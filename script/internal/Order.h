@@ -1,71 +1,77 @@
 /// \file
-/// The order in which an expression is evaluated, for the evaluator. Not for hosts.
+/// The order in which the operators of an expression are applied. Not for hosts.
 #pragma once
 
 #include "script/ScriptToken.h"
+#include "script/internal/Cells.h"
 
 #include <cstdint>
 #include <limits>
-#include <span>
 #include <vector>
 
-namespace tamor
+namespace tamor::script
 {
-// The rows of scriptOperators that have a name.
-inline constexpr std::int32_t openParenthesis = 0;
-inline constexpr std::int32_t closeParenthesis = 1;
-inline constexpr std::int32_t increment = 2;
-inline constexpr std::int32_t decrement = 3;
-inline constexpr std::int32_t multiplication = 5;
-inline constexpr std::int32_t addition = 8;
-inline constexpr std::int32_t lessThanOperator = 14;
-inline constexpr std::int32_t assignment = 19;
-
-/// The operators with operands: all but the parentheses.
-inline bool isApplied(std::int32_t kind)
+/// A token of an expression that is being put in order, or the result of an operator or a group.
+struct OrderEntry
 {
-    return kind >= increment && kind <= assignment;
-}
-
-/// The order in which the operators of a list are applied. It depends on the kinds of the tokens
-/// alone, so it is worked out when a list is first evaluated and kept for the run.
-struct ScriptOrder
-{
-    /// The place of an operand that is missing.
     static constexpr std::uint32_t nowhere = std::numeric_limits<std::uint32_t>::max();
 
-    /// A group in parentheses: the position of the opening one, and the length between the two.
-    struct Group
-    {
-        std::uint32_t open;
-        std::uint32_t length;
-    };
-
-    /// An operator and its operands, by their positions; an operand that is an operator or a
-    /// parenthesis stands for its result.
-    struct Step
-    {
-        std::uint32_t position;
-        std::uint32_t left;
-        std::uint32_t right;
-        std::int32_t kind;
-        /// Whether it is the sum in a list like `s = s + x`.
-        bool isAppending;
-        bool isLast;
-    };
-
-    std::size_t length = 0; ///< of the list
-    std::vector<Group> groups;
-    std::vector<Step> steps;
-    /// The operator whose result is the list's value; nowhere in a list of an unusual shape.
-    std::uint32_t result = nowhere;
-    /// What is left behind the last step.
-    std::vector<std::uint32_t> rest;
-    /// Whether the steps end at an operator beside another one, or with no operand at all. Such a
-    /// list means nothing and has no value.
-    bool isBroken = false;
+    std::int32_t kind = TOK_NUMBER;
+    /// Null for a result.
+    const ScriptToken* token = nullptr;
+    /// Where a result stands.
+    Cell* cell = nullptr;
+    /// The neighbours that are left, as positions among the entries.
+    std::uint32_t previous = nowhere;
+    std::uint32_t next = nowhere;
 };
 
-/// Works out the order of a list: groups first, then a sweep for each row of the operators.
-ScriptOrder ordered(std::span<const ScriptToken> list);
-} // namespace tamor
+/// Walks through the operators of one level of an expression, in which each group is one result.
+///
+/// That there is one sweep for each row of the operators, each from the right, is all there is to
+/// precedence. The entries are linked, so a step takes the same time in a list of any length.
+class Order
+{
+public:
+    /// An operator and its operands, as positions; nowhere for an operand that is missing.
+    struct Step
+    {
+        std::int32_t kind;
+        std::uint32_t left;
+        std::uint32_t right;
+        /// Where the result goes; nowhere where it is lost.
+        std::uint32_t place;
+        /// Whether nothing is left but the result.
+        bool isFinal;
+    };
+
+    /// \param list   its entries from `begin` to the end; others may come and go behind them
+    Order(std::vector<OrderEntry>& list, std::uint32_t begin);
+
+    /// Takes the next operator and its neighbours out and puts its result in.
+    /// \return false behind the last one, and where the expression has no value
+    bool next(Step& step);
+
+    /// Whether the walk ended at an operator beside another one, or with no operand at all. Such an
+    /// expression means nothing and has no value.
+    bool isBroken() const { return broken; }
+
+    /// What is left, from the first to the last entry.
+    std::uint32_t first() const { return head; }
+    std::uint32_t last() const { return tail; }
+
+private:
+    bool find();
+    void takeOut(Step& step);
+    void link(std::uint32_t before, std::uint32_t after);
+
+    std::vector<OrderEntry>& entries;
+    std::uint32_t head;
+    std::uint32_t tail;
+    /// The rows that occur, as bits.
+    std::uint32_t rows = 0;
+    std::int32_t row;
+    std::uint32_t cursor;
+    bool broken = false;
+};
+} // namespace tamor::script

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <charconv>
-#include <cstdlib>
 #include <limits>
 #include <stdexcept>
 
@@ -22,6 +21,18 @@ std::string_view Scanner::readVariablePath()
     return take(rest.size() - ahead.rest.size());
 }
 
+bool Scanner::readIndices(std::vector<unsigned>& indices)
+{
+    while (skip("[")) {
+        skipSpace();
+        if (!startsWith(NUMBER_CHARACTER))
+            return false;
+        indices.push_back(static_cast<unsigned>(integerFromText(readNumberText())));
+        takeRun(INDEX_END_CHARACTER);
+    }
+    return atEnd();
+}
+
 std::string Scanner::readStringLiteral()
 {
     take(1);
@@ -34,21 +45,6 @@ std::string Scanner::readStringLiteral()
     }
     take(1);
     return content;
-}
-
-std::string_view Scanner::readParenthesised()
-{
-    // Meant: strings are not looked for, so a parenthesis inside quotes counts;
-    // `ParseText.CountsAParenthesisInsideAString` holds it.
-    std::size_t length = 1;
-    for (int depth = 1; depth > 0 && length < rest.size(); ++length) {
-        if (rest[length] == '(')
-            ++depth;
-        else if (rest[length] == ')')
-            --depth;
-    }
-    const std::string_view stretch = take(length);
-    return stretch.size() < 2 ? std::string_view() : stretch.substr(1, stretch.size() - 2);
 }
 
 void Scanner::throwPastTheEnd()
@@ -73,13 +69,12 @@ float numberFromText(std::string_view text)
     float value = 0;
     const std::errc error =
         std::from_chars(text.data(), text.data() + length, value, std::chars_format::fixed).ec;
-    if (error == std::errc::result_out_of_range) {
-        // Too large or too small for a float, as a stream would have it.
-        value = std::strtof(std::string(text.substr(0, length)).c_str(), nullptr);
-        constexpr float largest = std::numeric_limits<float>::max();
-        return std::min(std::max(value, -largest), largest);
-    }
-    return value;
+    if (error != std::errc::result_out_of_range)
+        return value;
+    // Too large for a float, or too small, as a stream would have it.
+    const std::size_t firstDigit = text.find_first_not_of("-0");
+    const float magnitude = text[firstDigit] == '.' ? 0.0F : std::numeric_limits<float>::max();
+    return text.front() == '-' ? -magnitude : magnitude;
 }
 
 int integerFromText(std::string_view text)

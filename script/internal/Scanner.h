@@ -6,6 +6,7 @@
 #include <array>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace tamor
 {
@@ -88,13 +89,12 @@ public:
     /// path of `a[i]` is `a[i`. Throws `std::out_of_range` where the text ends inside an index.
     std::string_view readVariablePath();
 
+    /// Reads what is left as literal indices, such as `[3][4]`. \return false where it is anything else
+    bool readIndices(std::vector<unsigned>& indices);
+
     /// The content of the string at whose opening quote the text stands. Throws
     /// `std::out_of_range` where the text ends inside the string.
     std::string readStringLiteral();
-
-    /// What stands between the parenthesis at the front and the one that closes it. A text that
-    /// ends before that loses its last character.
-    std::string_view readParenthesised();
 
 private:
     [[noreturn]] static void throwPastTheEnd();

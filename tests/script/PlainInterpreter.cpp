@@ -225,6 +225,15 @@ std::string print(const ScriptValue& value)
     return stream.str();
 }
 
+/// Whether one value is somewhere inside another.
+bool holds(const ScriptValue& outer, const ScriptValue& inner)
+{
+    for (const ScriptValue& item : outer.items)
+        if (&item == &inner || holds(item, inner))
+            return true;
+    return false;
+}
+
 std::size_t sizeOf(const ScriptValue& value)
 {
     std::size_t size = 1;
@@ -298,7 +307,12 @@ PlainInterpreter::PlainInterpreter()
     variables["false"] = ScriptValue(0);
     variables["true"] = ScriptValue(1);
     variables["pi"].setFloat(static_cast<float>(3.141592653589793));
-    builtins["print"] = true;
+    builtins["print"] = [this](const std::vector<ScriptValue>& values) -> ScriptValue {
+        for (const ScriptValue& value : values)
+            messages += print(value) + " ";
+        messages += "\n";
+        return {static_cast<int>(values.size())};
+    };
 }
 
 // --------------------------------------------------------------------------------------- Scanning
@@ -587,8 +601,11 @@ ScriptValue PlainInterpreter::apply(ScriptValue& left, int kind, ScriptValue& ri
     case 2:
     case 3:
         if (left.type == TYPE_NULL) {
+            const bool leftGoes = holds(right, left);
             right = kind == 2 ? sum(right, 1) : difference(right, 1);
             result = right;
+            if (leftGoes)
+                return result;
         }
         if (right.type == TYPE_NULL) {
             left = kind == 2 ? sum(left, 1) : difference(left, 1);
@@ -654,30 +671,34 @@ ScriptValue PlainInterpreter::call(const ScriptToken& token)
     }
     ScriptValue result;
     if (builtins[token.name]) {
-        for (const ScriptValue& value : values)
-            messages += print(value) + " ";
-        messages += "\n";
+        const PlainBuiltin builtin = builtins[token.name];
+        result = builtin(values);
         depth = depth - 1;
-        return {static_cast<int>(values.size())};
+        return result;
     }
-    PlainFunction& function = functions[token.name];
-    if (function.body.empty()) {
+    const std::vector<ScriptToken> parameters = functions[token.name].parameters;
+    const std::vector<ScriptToken> body = functions[token.name].body;
+    if (body.empty()) {
         messages += "cannot find reference to " + token.name + "\n";
         depth = depth - 1;
         return {};
     }
-    for (std::size_t i = 0; i + 1 < function.parameters.size() && i < values.size(); i = i + 2) {
-        if (!bind(function, i))
+    for (std::size_t i = 0; i + 1 < parameters.size() && i < values.size(); i = i + 2) {
+        if (!bind(parameters, i))
             break;
-        const std::string name = function.parameters[i].name;
+        const std::string name = parameters[i].name;
         variables["::" + name] = ScriptValue(variables[name]);
         variables[name] = values[i];
     }
-    result = run(function.body);
-    for (std::size_t i = 0; i + 1 < function.parameters.size() && i < values.size(); i = i + 2) {
-        if (!bind(function, i))
+    result = run(body);
+    // By then the host may have given the function other parameters, or have removed it.
+    std::vector<ScriptToken> present = parameters;
+    if (functions.count(token.name) > 0)
+        present = functions[token.name].parameters;
+    for (std::size_t i = 0; i + 1 < present.size() && i < values.size(); i = i + 2) {
+        if (!bind(present, i))
             break;
-        const std::string name = function.parameters[i].name;
+        const std::string name = present[i].name;
         variables[name] = ScriptValue(variables["::" + name]);
     }
     depth = depth - 1;
@@ -685,9 +706,9 @@ ScriptValue PlainInterpreter::call(const ScriptToken& token)
 }
 
 /// Whether the parameter can be bound; says so where it cannot.
-bool PlainInterpreter::bind(PlainFunction& function, std::size_t i)
+bool PlainInterpreter::bind(const std::vector<ScriptToken>& parameters, std::size_t i)
 {
-    if (function.parameters[i].kind == TOK_VARIABLE)
+    if (parameters[i].kind == TOK_VARIABLE)
         return true;
     messages += "token " + std::to_string(i) + " is not a variable name\n";
     return false;
@@ -720,6 +741,7 @@ ScriptValue PlainInterpreter::run(const std::vector<ScriptToken>& list)
             continue;
         }
         const ScriptToken header = statement[0];
+        const std::size_t headerAt = it - 1;
         statement.clear();
         if (header.kind == TOK_IF) {
             if (truth(evaluate(header.args)))
@@ -758,10 +780,15 @@ ScriptValue PlainInterpreter::run(const std::vector<ScriptToken>& list)
             else if (clause < 3)
                 clauses[clause].push_back(token);
         }
-        const std::vector<ScriptToken>& condition = clauses[header.kind == TOK_FOR ? 1 : 0];
+        // A `for` has taken its clauses apart; a `while` looks at its header again each time.
+        const auto condition = [&]() -> std::vector<ScriptToken> {
+            if (header.kind == TOK_FOR)
+                return clauses[1];
+            return headerAt < list.size() ? list[headerAt].args : std::vector<ScriptToken>();
+        };
         if (header.kind == TOK_FOR)
             evaluate(clauses[0]);
-        while (same(evaluate(condition), 1)) {
+        while (same(evaluate(condition()), 1)) {
             const ScriptValue value = run(body);
             if (truth(value))
                 last = value;

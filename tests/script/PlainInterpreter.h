@@ -6,6 +6,7 @@
 
 #include "script/ScriptInterpreter.h"
 
+#include <functional>
 #include <map>
 #include <string>
 #include <vector>
@@ -18,6 +19,9 @@ struct NoOutcome
 {
     const char* reason;
 };
+
+/// A function of the host's.
+using PlainBuiltin = std::function<ScriptValue(std::vector<ScriptValue>& values)>;
 
 struct PlainFunction
 {
@@ -33,13 +37,15 @@ public:
     /// Scans the text. Throws `std::out_of_range` as the engine does.
     void parse(std::vector<ScriptToken>& out, std::string text);
     ScriptValue evaluate(std::vector<ScriptToken> list);
+    /// The list may be edited while it is run.
     ScriptValue run(const std::vector<ScriptToken>& list);
 
     int blockDepth = 0;
+    PlainFunction* currentFunction = nullptr;
     std::map<std::string, PlainFunction> functions;
     std::map<std::string, ScriptValue> variables;
-    /// The names that were looked up as built-ins, with whether there is one.
-    std::map<std::string, bool> builtins;
+    /// The names that were looked up as built-ins, and what the host has bound to them.
+    std::map<std::string, PlainBuiltin> builtins;
     /// What went to the standard error stream.
     std::string messages;
 
@@ -51,10 +57,9 @@ private:
     void reduce(std::vector<ScriptToken>& list, std::size_t i);
     ScriptValue apply(ScriptValue& left, int kind, ScriptValue& right);
     ScriptValue call(const ScriptToken& token);
-    bool bind(PlainFunction& function, std::size_t i);
+    bool bind(const std::vector<ScriptToken>& parameters, std::size_t i);
     void countStep();
 
-    PlainFunction* currentFunction = nullptr;
     int steps = 0;
     int depth = 0;
 };

@@ -1,0 +1,345 @@
+#include "script/internal/Machine.h"
+#include "script/internal/Operators.h"
+
+#include <cmath>
+#include <functional>
+
+namespace tamor::script
+{
+namespace
+{
+/// Whether a number is a float, or an integer that a float holds without loss.
+bool isSingle(const ScriptValue& number)
+{
+    constexpr std::uint32_t limit = 1U << 24;
+    return number.type == TYPE_FLOAT ||
+           static_cast<std::uint32_t>(number.number) + limit <= 2 * limit;
+}
+
+float single(const ScriptValue& number)
+{
+    return number.type == TYPE_INT ? static_cast<float>(number.number) : number.asFloat();
+}
+
+bool isOne(const ScriptValue& value)
+{
+    return value.type == TYPE_INT && value.number == 1;
+}
+
+// The fast ways of the operators. Each gives what the general routine gives, or false. Two floats
+// need no wider type: 24 bits from more than twice as many are rounded as at once, for sums,
+// differences, products and quotients alike; of a NaN the widest type says which one it is.
+
+template <typename Operation>
+struct Arithmetic
+{
+    static bool apply(ScriptValue& to, const ScriptValue& a, const ScriptValue& b)
+    {
+        if ((a.type | b.type) == TYPE_INT) {
+            // Unsigned, since integers wrap.
+            to.setInt(static_cast<int>(Operation()(static_cast<std::uint32_t>(a.number),
+                                                   static_cast<std::uint32_t>(b.number))));
+            return true;
+        }
+        return applySingle(to, a, b);
+    }
+
+    static bool applySingle(ScriptValue& to, const ScriptValue& a, const ScriptValue& b)
+    {
+        if (!isSingle(a) || !isSingle(b))
+            return false;
+        const float result = Operation()(single(a), single(b));
+        if (std::isnan(result))
+            return false;
+        to.setFloat(result);
+        return true;
+    }
+};
+
+struct Quotient
+{
+    static bool apply(ScriptValue& to, const ScriptValue& a, const ScriptValue& b)
+    {
+        return Arithmetic<std::divides<>>::applySingle(to, a, b);
+    }
+};
+
+struct Remainder
+{
+    static bool apply(ScriptValue& to, const ScriptValue& a, const ScriptValue& b)
+    {
+        if ((a.type | b.type) != TYPE_INT || b.number <= 0)
+            return false;
+        to.setInt(a.number % b.number);
+        return true;
+    }
+};
+
+template <typename Test>
+struct Comparison
+{
+    static bool test(const ScriptValue& a, const ScriptValue& b)
+    {
+        return (a.type | b.type) == TYPE_INT ? Test()(a.number, b.number)
+                                             : Test()(single(a), single(b));
+    }
+
+    static bool apply(ScriptValue& to, const ScriptValue& a, const ScriptValue& b)
+    {
+        to.setInt(test(a, b) ? 1 : 0);
+        return true;
+    }
+};
+using Less = Comparison<std::less<>>;
+using Greater = Comparison<std::greater<>>;
+
+struct Equal
+{
+    static bool test(const ScriptValue& a, const ScriptValue& b)
+    {
+        return a.type == b.type && Comparison<std::equal_to<>>::test(a, b);
+    }
+
+    static bool apply(ScriptValue& to, const ScriptValue& a, const ScriptValue& b)
+    {
+        to.setInt(test(a, b) ? 1 : 0);
+        return true;
+    }
+};
+
+struct Both
+{
+    static bool apply(ScriptValue& to, const ScriptValue& a, const ScriptValue& b)
+    {
+        to.setInt(isTrueNumber(a) && isTrueNumber(b) ? 1 : 0);
+        return true;
+    }
+};
+
+struct Either
+{
+    static bool apply(ScriptValue& to, const ScriptValue& a, const ScriptValue& b)
+    {
+        to.setInt(isTrueNumber(a) || isTrueNumber(b) ? 1 : 0);
+        return true;
+    }
+};
+
+/// The fast way of an operator, where the cells hold plain numbers. \return false where they do not
+template <typename Operation>
+bool isComputed(const Instruction& instruction, ScriptValue* lists)
+{
+    const ScriptValue& a = *instruction.a->place;
+    const ScriptValue& b = *instruction.b->place;
+    ScriptValue& to = *instruction.to->place;
+    if (!areNumbers(a.type | b.type | to.type) || !Operation::apply(to, a, b))
+        return false;
+    if (instruction.keep >= 0)
+        keepNumber(lists[instruction.keep], to);
+    return true;
+}
+
+bool isCopied(const Instruction& instruction, ScriptValue* lists)
+{
+    const ScriptValue& from = *instruction.a->place;
+    ScriptValue& to = *instruction.to->place;
+    if (!isSimple(from.type) || !isSimple(to.type))
+        return false;
+    copyPlain(to, from);
+    if (instruction.keep >= 0 && to.type != TYPE_NULL)
+        keepNumber(lists[instruction.keep], to);
+    return true;
+}
+
+/// "++" and "--" of an integer variable.
+bool isCounted(const Instruction& instruction)
+{
+    ScriptValue& left = *instruction.a->place;
+    ScriptValue& counted = left.type == TYPE_NULL ? *instruction.b->place : left;
+    if (counted.type != TYPE_INT)
+        return false;
+    const std::uint32_t step = instruction.row == INCREMENT ? 1U : ~0U;
+    counted.number = static_cast<std::int32_t>(static_cast<std::uint32_t>(counted.number) + step);
+    return true;
+}
+
+/// Counts braces that are passed.
+void addBraces(ScriptInterpreter& interpreter, std::int32_t count)
+{
+    interpreter.blockDepth = static_cast<std::int32_t>(
+        static_cast<std::uint32_t>(interpreter.blockDepth) + static_cast<std::uint32_t>(count));
+}
+
+/// Recurses until the stack ends, which is long before the count of the levels is back at 0.
+[[gnu::noinline]] std::uint32_t neverEnd(volatile std::uint32_t* outer)
+{
+    volatile std::uint32_t level = *outer + 1;
+    return level == 0 ? 0 : neverEnd(&level) + level;
+}
+} // namespace
+
+/// Whether a comparison, or a value, lets a condition hold, by the general way.
+bool Machine::holds(const Instruction& instruction, bool (*test)(const ScriptValue&))
+{
+    bool result = false;
+    if (instruction.b == nullptr) {
+        result = test(read(*instruction.a));
+    } else {
+        const auto [left, right] = places(*instruction.a, *instruction.b);
+        result = test(operatorRow(instruction.row)
+                          .compute(left != nullptr ? *left : nothing.value,
+                                   right != nullptr ? *right : nothing.value));
+        release(*instruction.b);
+    }
+    release(*instruction.a);
+    return result;
+}
+
+/// Runs a program from an instruction on; `lists` are the values of its lists.
+/// \return false where it was left because the host's code has run
+bool Machine::execute(const Program& program, ScriptValue* lists, std::size_t at)
+{
+    const std::uint64_t startEpoch = epoch;
+    const Instruction* const code = program.code.data();
+    const Instruction* in = code + at;
+
+    const auto jumpUnless = [&](bool condition) { in = condition ? in + 1 : code + in->target; };
+    const auto jumpBackIf = [&](bool condition) {
+        if (!condition) {
+            ++in;
+            return;
+        }
+        addBraces(interpreter, in->keep);
+        in = code + in->target;
+    };
+    const auto test = [&]<typename Test>(Test, bool (*general)(const ScriptValue&)) {
+        const ScriptValue& a = *in->a->place;
+        const ScriptValue& b = *in->b->place;
+        return areNumbers(a.type | b.type) ? Test::test(a, b) : holds(*in, general);
+    };
+    const auto apply = [&]<typename Operation>(Operation) {
+        if (!isComputed<Operation>(*in, lists))
+            compute(*in, lists);
+        ++in;
+    };
+
+    for (;;) {
+        switch (in->opcode) {
+        case Opcode::ADD:
+            apply(Arithmetic<std::plus<>>());
+            break;
+        case Opcode::SUBTRACT:
+            apply(Arithmetic<std::minus<>>());
+            break;
+        case Opcode::MULTIPLY:
+            apply(Arithmetic<std::multiplies<>>());
+            break;
+        case Opcode::DIVIDE:
+            apply(Quotient());
+            break;
+        case Opcode::MODULO:
+            apply(Remainder());
+            break;
+        case Opcode::LESS:
+            apply(Less());
+            break;
+        case Opcode::GREATER:
+            apply(Greater());
+            break;
+        case Opcode::EQUAL:
+            apply(Equal());
+            break;
+        case Opcode::AND:
+            apply(Both());
+            break;
+        case Opcode::OR:
+            apply(Either());
+            break;
+        case Opcode::COMPUTE:
+            compute(*in++, lists);
+            break;
+        case Opcode::COPY:
+            if (!isCopied(*in, lists))
+                copy(*in, lists);
+            ++in;
+            break;
+        case Opcode::COUNT:
+            if (!isCounted(*in))
+                step(*in, lists);
+            ++in;
+            break;
+        case Opcode::STEP:
+            step(*in++, lists);
+            break;
+        case Opcode::TOUCH:
+            find(*in++->a);
+            break;
+        case Opcode::CALL:
+            call(*in++, lists);
+            break;
+        case Opcode::KEEP:
+            keep(*in++, lists);
+            break;
+        case Opcode::JUMP:
+            in = code + in->target;
+            break;
+        case Opcode::IF: {
+            const ScriptValue& value = *in->a->place;
+            jumpUnless(areNumbers(value.type) ? isTrueNumber(value) : holds(*in, isTrue));
+            break;
+        }
+        case Opcode::IF_LESS:
+            jumpUnless(test(Less(), isTrue));
+            break;
+        case Opcode::IF_GREATER:
+            jumpUnless(test(Greater(), isTrue));
+            break;
+        case Opcode::IF_EQUAL:
+            jumpUnless(test(Equal(), isTrue));
+            break;
+        case Opcode::LOOP: {
+            const ScriptValue& value = *in->a->place;
+            jumpBackIf(areNumbers(value.type) ? isOne(value) : holds(*in, isOne));
+            break;
+        }
+        case Opcode::LOOP_LESS:
+            jumpBackIf(test(Less(), isOne));
+            break;
+        case Opcode::LOOP_GREATER:
+            jumpBackIf(test(Greater(), isOne));
+            break;
+        case Opcode::LOOP_EQUAL:
+            jumpBackIf(test(Equal(), isOne));
+            break;
+        case Opcode::BEGIN_PASS:
+            lists[in++->keep].type = TYPE_NULL;
+            break;
+        case Opcode::END_PASS:
+            if (isTrue(lists[in->target]))
+                assign(lists[in->keep], lists[in->target]);
+            ++in;
+            break;
+        case Opcode::CHECK_HOST:
+            if (epoch != startEpoch)
+                return false;
+            ++in;
+            break;
+        case Opcode::BRACES:
+            addBraces(interpreter, in++->target);
+            break;
+        case Opcode::RETURN:
+            assign(lists[in->keep], read(*in->a));
+            release(*in->a);
+            in = code + in->target;
+            break;
+        case Opcode::END:
+            return true;
+        case Opcode::NEVER_END: {
+            volatile std::uint32_t level = 0;
+            neverEnd(&level);
+            return true;
+        }
+        }
+    }
+}
+} // namespace tamor::script

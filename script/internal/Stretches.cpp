@@ -1,0 +1,41 @@
+#include "script/internal/Stretches.h"
+
+#include <algorithm>
+
+namespace tamor::script
+{
+std::size_t Stretches::closing(std::size_t open)
+{
+    if (pairs.empty() || open < pairs.front().first || open >= scannedEnd)
+        scan(open);
+    return std::lower_bound(pairs.begin(), pairs.end(), std::pair{open, std::size_t{0}})->second;
+}
+
+/// Walks from a "(" to the ")" that closes it, or to the end of the text.
+void Stretches::scan(std::size_t open)
+{
+    pairs.clear();
+    std::vector<std::size_t> openPairs;
+    scannedEnd = open;
+    do {
+        if (text[scannedEnd] == '(') {
+            openPairs.push_back(pairs.size());
+            pairs.emplace_back(scannedEnd, std::string_view::npos);
+        } else if (text[scannedEnd] == ')') {
+            pairs[openPairs.back()].second = scannedEnd;
+            openPairs.pop_back();
+        }
+        scannedEnd = text.find_first_of("()", scannedEnd + 1);
+    } while (!openPairs.empty() && scannedEnd != std::string_view::npos);
+    scannedEnd = std::min(scannedEnd, text.size());
+}
+
+std::size_t Stretches::comma(std::size_t from)
+{
+    if (from < commaFrom || from > commaAt) {
+        commaFrom = from;
+        commaAt = text.find(',', from);
+    }
+    return commaAt;
+}
+} // namespace tamor::script

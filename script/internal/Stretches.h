@@ -1,0 +1,38 @@
+/// \file
+/// Where the parentheses of a text are closed, and where its commas are. Not for hosts.
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace tamor::script
+{
+/// Remembers what it has come across, so that a text with calls within calls is walked once and not
+/// once for each level.
+class Stretches
+{
+public:
+    explicit Stretches(std::string_view wholeText) : text(wholeText) {}
+
+    /// The position of the ")" that closes the "(" at a position, or npos. Parentheses in strings
+    /// count.
+    std::size_t closing(std::size_t open);
+
+    /// The position of the first comma from a position on, or npos.
+    std::size_t comma(std::size_t from);
+
+private:
+    void scan(std::size_t open);
+
+    std::string_view text;
+    /// Positions of parentheses and of what closes them, in the order of the former; all of those
+    /// from the first one's position to `scannedEnd`.
+    std::vector<std::pair<std::size_t, std::size_t>> pairs;
+    std::size_t scannedEnd = 0;
+    /// The first comma from `commaFrom` on.
+    std::size_t commaFrom = 1;
+    std::size_t commaAt = 0;
+};
+} // namespace tamor::script

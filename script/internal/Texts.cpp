@@ -1,0 +1,32 @@
+#include "script/internal/Texts.h"
+
+#include <charconv>
+
+namespace tamor::script
+{
+void appendText(std::string& text, const ScriptValue& value)
+{
+    char digits[32];
+    switch (value.type) {
+    case TYPE_NULL:
+        text += "NULL";
+        break;
+    case TYPE_INT:
+        text.append(digits, std::to_chars(digits, digits + sizeof digits, value.number).ptr);
+        break;
+    case TYPE_STRING:
+        text += value.text;
+        break;
+    case TYPE_FLOAT: {
+        // As a stream with its default settings writes it: six significant digits.
+        constexpr int digitCount = 6;
+        const auto end = std::to_chars(digits, digits + sizeof digits, value.asFloat(),
+                                       std::chars_format::general, digitCount);
+        text.append(digits, end.ptr);
+        break;
+    }
+    default:
+        break;
+    }
+}
+} // namespace tamor::script
