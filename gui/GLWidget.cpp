@@ -268,12 +268,12 @@ void GLWidget::translateToText() const
                  -dimensions.y / 2.0F + theme->fontSize.y / 3.0F, 0.0F);
 }
 
-void GLWidget::setColour(Vector colour, float factor)
+void GLWidget::setColour(const Vector& colour, float factor)
 {
     glColor3f(colour.x * factor, colour.y * factor, colour.z * factor);
 }
 
-void GLWidget::setColour(Vector colour, float factor, float alpha)
+void GLWidget::setColour(const Vector& colour, float factor, float alpha)
 {
     glColor4f(colour.x * factor, colour.y * factor, colour.z * factor, alpha);
 }
@@ -325,7 +325,7 @@ void GLWidget::drawPlate(float cut, float textureCut) const
     glEnd();
 }
 
-void GLWidget::drawIcon(Vector rectangle, float x, float y, float side)
+void GLWidget::drawIcon(const Vector& rectangle, float x, float y, float side)
 {
     glBegin(GL_QUADS);
     glTexCoord2f(rectangle.x, rectangle.y);

@@ -233,9 +233,9 @@ protected:
     void translateToCentre() const;
 
     /// Sets OpenGL's colour to red, green and blue times `factor`.
-    static void setColour(Vector colour, float factor = 1.0F);
+    static void setColour(const Vector& colour, float factor = 1.0F);
     /// As above, with an alpha that `factor` leaves alone.
-    static void setColour(Vector colour, float factor, float alpha);
+    static void setColour(const Vector& colour, float factor, float alpha);
 
     /// Draws one pass of the plate, a rectangle around the origin of the widget's size without its
     /// top left and bottom right corners, in OpenGL's polygon mode and colour.
@@ -247,7 +247,7 @@ protected:
 
     /// Draws the part `rectangle` (uMin, vMin, uMax, vMax) of the bound texture as a square with
     /// the bottom left corner (x, y).
-    static void drawIcon(Vector rectangle, float x, float y, float side);
+    static void drawIcon(const Vector& rectangle, float x, float y, float side);
 
     /// Moves OpenGL's origin from the middle of the widget to where its text starts.
     void translateToText() const;

@@ -26,9 +26,6 @@ constexpr FT_UInt resolution = 96;            // dots per inch
 // every size in a theme is measured so. `FontGLTest.AFontUnitIsThe32ndPartOfAPixel` holds it.
 constexpr float pixelsPerUnit = 32.0F;
 
-// Meant: the step is not scaled by the caller's modelview matrix; see `Font::print`.
-constexpr float lineStep = -1.3F;
-
 constexpr std::uint32_t glyphFlags =
     TextureKey::CLAMP_S | TextureKey::CLAMP_T | TextureKey::FONT_GLYPH;
 
@@ -244,7 +241,8 @@ bool Font::printLines(std::string_view text) const
         const std::string_view line = text.substr(0, newline);
         glPushMatrix();
         glLoadIdentity();
-        glTranslatef(0, static_cast<float>(i) * lineStep * scaleY, 0);
+        // Meant: the step is not scaled by the caller's modelview matrix; see `Font::print`.
+        glTranslatef(0, static_cast<float>(i) * -lineStep * scaleY, 0);
         modelview.multiplyModelview();
         glScalef(scaleX, scaleY, 0);
         glCallLists(static_cast<GLsizei>(line.size()), GL_UNSIGNED_BYTE, line.data());

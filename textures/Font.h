@@ -20,6 +20,11 @@ namespace tamor
 class Font
 {
 public:
+    /// The most characters that `textWidth` measures.
+    static constexpr std::int32_t longestMeasured = 511;
+    /// How far a line stands below the one before it, in units of `scaleY`.
+    static constexpr float lineStep = 1.3F;
+
     /// Scale 1 by 1, and no lists yet.
     Font() = default;
 
@@ -61,7 +66,7 @@ public:
     std::array<float, 128> advance{};
 
 private:
-    static constexpr std::size_t widthBufferSize = 512;
+    static constexpr std::size_t widthBufferSize = longestMeasured + 1;
     static constexpr std::size_t printBufferSize = 256;
 
     float measureLines(std::string_view text) const;

@@ -44,7 +44,7 @@ bool Checkbox::render()
     return true;
 }
 
-void Checkbox::renderIcons(Vector frame, Vector mark) const
+void Checkbox::renderIcons(const Vector& frame, const Vector& mark) const
 {
     const float side = theme->iconSize;
 

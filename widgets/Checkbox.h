@@ -31,6 +31,6 @@ public:
 protected:
     /// Draws the icon, the mark as far as it is to be seen, and the caption.
     /// \param frame, mark  rectangles in the theme's texture: uMin, vMin, uMax, vMax
-    void renderIcons(Vector frame, Vector mark) const;
+    void renderIcons(const Vector& frame, const Vector& mark) const;
 };
 } // namespace tamor

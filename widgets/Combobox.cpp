@@ -1,10 +1,12 @@
 #include "widgets/Combobox.h"
 
+#include "textures/Font.h"
 #include "widgets/Button.h"
 
 #include <GL/gl.h>
 
 #include <algorithm>
+#include <limits>
 
 namespace tamor
 {
@@ -35,12 +37,19 @@ Combobox::Combobox(const std::string& newName, GLWidget* newParent, Vector newPo
 bool Combobox::addText(const std::string& line)
 {
     GLWidget::addText(line);
-    const float buttonRight = button().getRect().z;
-    for (const std::string& item : lines) {
-        const float width =
-            measureText(item) + 2.0F * theme->fontSize.x + buttonRight + innerMargins();
-        dimensions.x = std::max(dimensions.x, width);
+    const Measures now = {font.advance, font.scaleX, theme->fontSize.x, button().getRect().z,
+                          innerMargins()};
+    if (!(now == measures)) {
+        measures = now;
+        measuredItems = 0;
+        widest = -std::numeric_limits<float>::infinity();
     }
+    for (; measuredItems < lines.size(); ++measuredItems) {
+        const float width = measureText(lines[measuredItems]) + 2.0F * now.fontWidth +
+                            now.buttonRight + now.margins;
+        widest = std::max(widest, width);
+    }
+    dimensions.x = std::max(dimensions.x, widest);
     return true;
 }
 

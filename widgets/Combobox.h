@@ -4,6 +4,7 @@
 
 #include "gui/GLWidget.h"
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -31,7 +32,8 @@ public:
     /// "combo_button.theme"; the first box of all reads that file.
     Combobox(const std::string& newName, GLWidget* newParent, Vector newPosition, Theme* newTheme);
 
-    /// Adds an item, and widens the box to the widest.
+    /// Adds an item, and widens the box to the widest: all items are measured as the font and the
+    /// themes are now.
     bool addText(const std::string& line) override;
     bool onMouseButtons(bool left, bool middle, bool right) override;
     bool onPointer(float x, float y) override;
@@ -51,6 +53,18 @@ public:
     std::int32_t highlight = -1;
 
 private:
+    /// All that the width of a box depends on, apart from its items.
+    struct Measures
+    {
+        std::array<float, 128> advance;
+        float scaleX;
+        float fontWidth;
+        float buttonRight;
+        float margins;
+
+        bool operator==(const Measures&) const = default;
+    };
+
     /// The button that opens the list: the only child.
     GLWidget& button() const;
     float listHeight() const;
@@ -61,5 +75,11 @@ private:
     void renderList() const;
     void drawListOutline() const;
     void renderRow(std::size_t row) const;
+
+    // Of the items in front of `measuredItems` the widest needs `widest`, as long as `measures` hold;
+    // so a list is not measured as often as it has items.
+    Measures measures{};
+    std::size_t measuredItems = 0;
+    float widest = 0.0F;
 };
 } // namespace tamor

@@ -43,6 +43,9 @@ constexpr std::int32_t okayCancel = MESSAGE_OK | MESSAGE_CANCEL;
 constexpr std::int32_t yesNo = MESSAGE_YES | MESSAGE_NO;
 constexpr std::int32_t yesNoCancel = yesNo | MESSAGE_CANCEL;
 
+// As `GLWidget::messageBox` documents them.
+static_assert(okayCancel == 3 && yesNo == 12 && yesNoCancel == 14);
+
 constexpr Place places[] = {
     {okayCancel, 0.0F, okay},    {okayCancel, 0.2F, cancel}, {yesNo, 0.0F, yes},
     {yesNo, 0.2F, no},           {yesNoCancel, 0.0F, yes},   {yesNoCancel, 0.2F, no},

@@ -29,11 +29,8 @@ enum Key
     KEY_END = 279,
 };
 
-/// Rows stand this many font heights apart, the same as in `Font::print`.
-constexpr float rowStep = 1.3F;
-
-/// The most characters that `Font::textWidth` measures.
-constexpr std::int32_t longestMeasured = 511;
+/// Rows stand this many font heights apart, as those that `Font::print` draws do.
+constexpr float rowStep = Font::lineStep;
 
 std::uint32_t countRows(const std::string& text)
 {
@@ -61,7 +58,7 @@ Textbox::Textbox(const std::string& newName, GLWidget* newParent, Vector newPosi
     : GLWidget(newName, newParent, newPosition, newTheme), maxRows(static_cast<std::uint32_t>(rows))
 {
     printLine("textbox ", columns, " ", rows);
-    const auto letters = static_cast<std::size_t>(std::clamp(columns, 0, longestMeasured));
+    const auto letters = static_cast<std::size_t>(std::clamp(columns, 0, Font::longestMeasured));
     dimensions = Vector(measureText(std::string(letters, 'w')) + theme->fontSize.x,
                         theme->fontSize.y * rowStep * static_cast<float>(rows));
     printLine("dim: ", dimensions);
@@ -229,7 +226,8 @@ std::ptrdiff_t Textbox::closestColumn(const std::string& row, float target)
     // Measuring every column's text from its start would take time by the square of the row. The
     // characters up to the first line end or conversion are each measured by themselves, so their
     // sum grows with the column.
-    const std::size_t plain = std::min<std::size_t>(row.find_first_of("\n%"), longestMeasured);
+    const std::size_t plain =
+        std::min<std::size_t>(row.find_first_of("\n%"), Font::longestMeasured);
     float sum = 0.0F;
     float best = 1000.0F;
     for (std::size_t column = 0; column <= row.size(); ++column) {

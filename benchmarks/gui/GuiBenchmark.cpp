@@ -35,6 +35,10 @@ void tellPerWidget(benchmark::State& state)
 void BM_frame(benchmark::State& state)
 {
     loadScene(layoutOf(static_cast<int>(state.range(0))));
+    if (GLWidget::widgets.size() != static_cast<std::size_t>(state.range(0))) {
+        state.SkipWithError("the layout did not load");
+        return;
+    }
     for (int frame = 0; frame < 100; ++frame)
         drawFrame();
 
@@ -54,6 +58,11 @@ void BM_replay(benchmark::State& state)
         return;
     }
     const CallList list(file);
+    // A widget takes 10 calls and more.
+    if (list.size() < 10 * static_cast<std::size_t>(state.range(0))) {
+        state.SkipWithError("the recorder did not record the frame");
+        return;
+    }
 
     while (state.KeepRunning())
         list.play();

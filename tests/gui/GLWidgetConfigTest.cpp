@@ -8,6 +8,9 @@
 
 #include <gmock/gmock.h>
 
+#include <fstream>
+#include <iterator>
+
 namespace tamor::test
 {
 namespace
@@ -76,6 +79,22 @@ TEST_F(GLWidgetReadConfig, ReadsInTheCLocaleWhateverTheHostHasSet)
 
     expectRectangle(GLWidget::optionFrame, 0.5F, 0.25F, 0.125F, 0.75F);
     EXPECT_EQ(GLWidget::glowRate, 0.002F);
+}
+
+TEST_F(GLWidgetReadConfig, ReadsTheDemonstrationsFileToItsLastNumber)
+{
+    std::ifstream stream(TAMOR_DOCS "/../data/gui.conf.in");
+    const std::string text(std::istreambuf_iterator<char>(stream), {});
+    ASSERT_NE(text, "");
+
+    read(text);
+
+    expectRectangle(GLWidget::optionFrame, 0.03125F, 0.5625F, 0.21875F, 0.9375F);
+    expectRectangle(GLWidget::optionMark, 0.28125F, 0.5625F, 0.46875F, 0.9375F);
+    expectRectangle(GLWidget::checkFrame, 0.53125F, 0.5625F, 0.71875F, 0.9375F);
+    expectRectangle(GLWidget::checkMark, 0.78125F, 0.5625F, 0.96875F, 0.9375F);
+    expectRectangle(GLWidget::sliderKnob, 0.03125F, 0.0625F, 0.21875F, 0.4375F);
+    EXPECT_EQ(GLWidget::glowRate, 0.004F);
 }
 
 TEST_F(GLWidgetReadConfig, SaysWhatItLoadsAndLetsTheFontSayWhatWentWrong)

@@ -62,6 +62,19 @@ INSTANTIATE_TEST_SUITE_P(Pixels, GLWidgetMouseMovedTo,
                                          PixelCase{"Quarter", 200.0F, 450.0F, -0.6666667F, -0.5F}),
                          [](const auto& test) { return test.param.name; });
 
+TEST_F(GLWidgetMouseMoved, RoundsAtEveryStep)
+{
+    ProbeWidget widget("any");
+    GLWidget::topLevel = {&widget};
+    GLWidget::viewport = {0, 0, 1366, 768};
+
+    GLWidget::mouseMoved({215.0F, 97.0F});
+
+    // Regrouped, the terms give -1.21875 and 0.747395813.
+    EXPECT_EQ(widget.mouse.x, -1.21874988F);
+    EXPECT_EQ(widget.mouse.y, 0.747395873F);
+}
+
 TEST_F(GLWidgetMouseMoved, ComputesHoverOfWidgetAndChildren)
 {
     GLWidget::viewport = {0, 0, 800, 600};

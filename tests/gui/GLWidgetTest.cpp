@@ -450,6 +450,22 @@ TEST_F(GLWidgetUpdate, RunsTheFadeDownToZero)
     EXPECT_EQ(widget.fade, 0.0F);
 }
 
+TEST_F(GLWidgetUpdate, EndsGlowAndFadeAtATenThousandth)
+{
+    GLWidget::glowRate = 0.00005F;
+    ProbeWidget widget("any");
+
+    widget.fade = widget.glow = 0.0001F;
+    widget.update(1);
+    EXPECT_EQ(widget.fade, 0.0F);
+    EXPECT_EQ(widget.glow, 0.0F);
+
+    widget.fade = widget.glow = 0.000125F;
+    widget.update(1);
+    EXPECT_EQ(widget.fade, 0.000125F - 0.00005F);
+    EXPECT_EQ(widget.glow, 0.000125F - 0.00005F);
+}
+
 TEST_F(GLWidgetUpdate, ReachesEveryChildInOrder)
 {
     ProbeWidget parent("parent");

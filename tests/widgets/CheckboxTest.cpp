@@ -323,5 +323,24 @@ print " abc"
 glPopMatrix()
 )");
 }
+
+struct FadeRow
+{
+    float fade;
+    bool isDrawn;
+};
+
+TEST_F(CheckboxDrawingGLTest, DrawsAFadingMarkAboveATenThousandth)
+{
+    auto& box = make<Checkbox>("c", nullptr, Vector(1.0F, 2.0F), std::string("a"));
+    for (const FadeRow& row : {FadeRow{0.0001F, false}, FadeRow{0.000101F, true},
+                               FadeRow{0.00005F, false}, FadeRow{0.0005F, true}}) {
+        box.fade = row.fade;
+
+        const std::string calls = callsOfRender(box);
+
+        EXPECT_EQ(calls.find("glColor4f(") != std::string::npos, row.isDrawn) << row.fade;
+    }
+}
 } // namespace
 } // namespace tamor::test

@@ -105,6 +105,54 @@ TEST_F(ComboboxSize, FollowsTheWidestItemAndNeverShrinks)
     EXPECT_THAT(box.lines, ElementsAre("four", "a", "eightish"));
 }
 
+TEST_F(ComboboxSize, IsMeasuredWithItsOwnMargin)
+{
+    theme.margin = 0.125F;
+    auto& box = make<Combobox>("c", nullptr, Vector());
+    EXPECT_EQ(box.dimensions.x, 0.9375F) << "the button's 0.1875 and 6 margins";
+    EXPECT_EQ(box.dimensions.y, 1.125F);
+
+    box.addText("four");
+
+    EXPECT_EQ(box.dimensions.x, 1.4375F);
+}
+
+TEST_F(ComboboxSize, MeasuresTheItemsBeforeAnewWhereSomethingHasChanged)
+{
+    auto& box = make<Combobox>("c", nullptr, Vector());
+    box.addText("four");
+    ASSERT_EQ(box.dimensions.x, 1.0625F);
+
+    GLWidget::font.scaleX = 0.25F;
+    box.addText("a");
+    EXPECT_EQ(box.dimensions.x, 1.3125F) << "another scale: 4/8 for the first item";
+    GLWidget::font.advance.fill(1.0F);
+    box.addText("a");
+    EXPECT_EQ(box.dimensions.x, 1.8125F) << "another font: 4/4";
+    theme.fontSize.x = 0.25F;
+    box.addText("a");
+    EXPECT_EQ(box.dimensions.x, 2.0625F);
+    theme.margin = 0.125F;
+    box.addText("a");
+    EXPECT_EQ(box.dimensions.x, 2.4375F);
+    seen(*box.children[0]).dimensions.x = 0.25F;
+    box.addText("a");
+    EXPECT_EQ(box.dimensions.x, 2.5F);
+    box.dimensions.x = 0.0F;
+    box.addText("a");
+    EXPECT_EQ(box.dimensions.x, 2.5F) << "the widest counts, whatever the width was before";
+}
+
+TEST_F(ComboboxSize, StaysNegativeWithNegativeMargins)
+{
+    theme.margin = -1.0F;
+    auto& box = make<Combobox>("c", nullptr, Vector());
+
+    box.addText("four");
+
+    EXPECT_EQ(box.dimensions.x, -5.3125F) << "0.25 and two font widths, the button, 6 margins";
+}
+
 TEST_F(ComboboxSize, IsNotSeenByAParentThatWasFittedBefore)
 {
     auto& frame = make<Frame>("f", nullptr, Vector(), false);
@@ -185,6 +233,78 @@ TEST_F(ComboboxState, IgnoresAPressThatBeganOutside)
     press(0.75F, 0.375F);
 
     EXPECT_FALSE(box->open);
+}
+
+/// A box of 1.0625 by 0.75 at (1, 2), as the one above; its list reaches down to (1, 0.5).
+class ComboboxAwayFromTheOrigin : public GuiTest
+{
+protected:
+    void SetUp() override
+    {
+        GuiTest::SetUp();
+        box = &make<Combobox>("c", nullptr, Vector(1.0F, 2.0F));
+        for (const char* item : {"one", "two", "four"})
+            box->addText(item);
+    }
+
+    Seen<Combobox>* box = nullptr;
+};
+
+struct RowPoint
+{
+    float x;
+    float y;
+    std::int32_t row;
+};
+
+TEST_F(ComboboxAwayFromTheOrigin, HighlightsRowsStrictlyInsideTheList)
+{
+    box->open = true;
+    const RowPoint rows[] = {
+        {1.5F, 1.75F, 0},   {1.5F, 1.5F, 1},      {1.5F, 1.25F, 1},     {1.5F, 0.75F, 2},
+        {1.5F, 1.9375F, 0}, {1.5F, 2.0F, -1},     {1.5F, 0.53125F, 2},  {1.5F, 0.5F, -1},
+        {1.0F, 1.25F, -1},  {1.03125F, 1.25F, 1}, {2.0625F, 1.25F, -1}, {2.03125F, 1.25F, 1},
+        {0.5F, 1.25F, -1},  {2.5F, 1.25F, -1},    {1.5F, -0.25F, -1},   {1.5F, 2.5F, -1},
+    };
+    for (const RowPoint& row : rows) {
+        point(*box, row.x, row.y, false);
+        EXPECT_EQ(box->highlight, row.row) << row.x << ", " << row.y;
+    }
+    EXPECT_TRUE(box->open);
+}
+
+TEST_F(ComboboxAwayFromTheOrigin, ChoosesTheRowUnderThePress)
+{
+    box->open = true;
+
+    point(*box, 1.5F, 0.75F, true);
+
+    EXPECT_EQ(box->getSelection(), 2U);
+    EXPECT_FALSE(box->open);
+}
+
+struct PressPoint
+{
+    float x;
+    float y;
+    bool isInside;
+};
+
+TEST_F(ComboboxAwayFromTheOrigin, OpensAtPressesStrictlyInside)
+{
+    // Beside the button, which reaches to (1.1875, 2.375).
+    const PressPoint rows[] = {
+        {1.5F, 2.5F, true},     {1.0F, 2.5F, false}, {2.0625F, 2.5F, false},
+        {2.03125F, 2.5F, true}, {1.5F, 2.0F, false}, {1.5F, 2.75F, false},
+        {1.5F, 2.71875F, true}, {0.5F, 0.5F, false}, {1.03125F, 2.5F, true},
+        {1.5F, 2.03125F, true},
+    };
+    for (const PressPoint& row : rows) {
+        box->open = false;
+        point(*box, 9.0F, 9.0F, false);
+        point(*box, row.x, row.y, true);
+        EXPECT_EQ(box->open, row.isInside) << row.x << ", " << row.y;
+    }
 }
 
 struct BoxPoint

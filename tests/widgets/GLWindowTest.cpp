@@ -328,6 +328,46 @@ TEST_F(GLWindowDrag, IsBoundedByTheParent)
     EXPECT_EQ(window.position.y, 0.25F) << "8.25 ends above the bounds";
 }
 
+TEST_F(GLWindowDrag, IsRefusedOnEachOfTheBounds)
+{
+    // Without a line, a font and a share of a width of 0, the bounds are (1, 2) to (1, 6) and
+    // the window is to be nothing but a point.
+    struct Row
+    {
+        float x;
+        float y;
+        float width;
+        float height;
+        bool isAllowed;
+    };
+    auto& parent = make<Frame>("p", nullptr, Vector(1.0F, 2.0F), false);
+    parent.dimensions = Vector(0.0F, 4.0F);
+    theme.lineWidth = 0.0F;
+    theme.fontSize.y = 0.0F;
+    const Vector bounds = parent.getClientRect();
+    ASSERT_EQ(bounds.x, 1.0F);
+    ASSERT_EQ(bounds.w, 6.0F);
+    auto& window = make<GLWindow>("w", &parent, Vector(), std::string(), true);
+    const Row rows[] = {
+        // A negative width puts the right edge left of the bound, as the left edge is right of it.
+        {1.5F, 3.0F, -1.0F, 1.0F, true},  {1.0F, 3.0F, -1.0F, 1.0F, false},
+        {1.5F, 2.0F, -1.0F, 1.0F, false}, {1.5F, 3.0F, -0.5F, 1.0F, false},
+        {1.5F, 3.0F, -1.0F, 3.0F, false}, {1.5F, 3.0F, -1.0F, 2.5F, true},
+        {1.5F, 2.5F, -1.0F, 1.0F, true},
+    };
+    for (const Row& row : rows) {
+        window.position = Vector(row.x - 0.25F, row.y);
+        window.dimensions = Vector(row.width, row.height);
+        window.dragging = true;
+        window.lastMouse = Vector(0.0F, 0.0F);
+
+        window.onPointer(0.25F, 0.0F);
+
+        EXPECT_EQ(window.position.x, row.isAllowed ? row.x : row.x - 0.25F)
+            << row.x << ", " << row.y << ", " << row.width << ", " << row.height;
+    }
+}
+
 TEST_F(GLWindowDrag, DoesNotJumpWhenThePointerReturns)
 {
     auto& parent = make<GLWindow>("p", nullptr, Vector(), std::string(), true);

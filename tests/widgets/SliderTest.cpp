@@ -149,6 +149,22 @@ TEST_F(SliderDrag, FollowsTheMotionUpward)
     EXPECT_EQ(slider.value, 0.75F);
 }
 
+TEST_F(SliderDrag, RoundsItsScaleWithTheAspect)
+{
+    auto& across = make<Slider>("h", nullptr, Vector(1.0F, 2.0F), Vector(0.171F, 0.0F));
+    auto& upward = make<Slider>("v", nullptr, Vector(1.0F, 2.0F), Vector(0.0F, 0.182F));
+    point(across, 1.0625F, 2.0F, true);
+    point(upward, 1.0F, 2.0625F, true);
+
+    across.onPointer(1.125F, 2.0F);
+    upward.onPointer(1.0F, 2.125F);
+
+    // In exact arithmetic 0.5 + 0.0625 / 0.171 and 0.5 + 0.0625 / 0.182, which single precision
+    // gives as 0.865497112 and 0.843406558.
+    EXPECT_EQ(across.value, 0.865497053F);
+    EXPECT_EQ(upward.value, 0.843406618F);
+}
+
 TEST_F(SliderDrag, IsRelativeToTheLastPlaceNotToTheKnob)
 {
     auto& slider = make<Slider>("s", nullptr, Vector(), Vector(2.0F, 0.0F));

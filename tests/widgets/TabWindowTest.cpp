@@ -303,6 +303,23 @@ TEST_F(TabWindowFit, TakesTheHeightOfTheTallestTabAndPlacesTheButtons)
     EXPECT_EQ(window.dimensions.x, 1.6875F) << "0.5 and the row of 1.1875";
 }
 
+TEST_F(TabWindowFit, ShowsTheFirstTabWhicheverWasChosenBefore)
+{
+    auto& window = make<TabWindow>("pages", nullptr, Vector(1.0F, 2.0F));
+    auto& one = make<Label>("one", &window, Vector(), std::string("ab"));
+    auto& two = make<Label>("two", &window, Vector(), std::string("ab"));
+    window.addTab(0, "First");
+    window.addTab(1, "Second");
+    window.addToTab(0, &one);
+    window.addToTab(1, &two);
+    window.currentTab = 1;
+
+    window.fitChildren();
+
+    EXPECT_THAT(window.children, ElementsAre(&one));
+    EXPECT_EQ(window.currentTab, 1) << "the index is not told";
+}
+
 TEST_F(TabWindowFit, MovesTheButtonsAgainWhenCalledAgain)
 {
     auto& window = make<TabWindow>("pages", nullptr, Vector(1.0F, 2.0F));
