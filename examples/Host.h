@@ -14,8 +14,8 @@
 /// none is asked for.
 std::string takeScreenshotOption(std::vector<std::string>& words);
 
-/// What `EV_RENDER` answers when all is drawn: true, or false once the screenshot that was asked for
-/// is written.
+/// What `EV_RENDER` answers when all is drawn: true, or false once the screenshot that was asked
+/// for is written.
 bool goesOnAfterFrame(const std::string& screenshot);
 
 /// Whether an event is not Escape.

@@ -3,8 +3,13 @@
 ///
 ///     tamor-make-texture OUT SIZE PROCEDURE... [--preview | --screenshot FILE]
 ///
-/// OUT is a TGA file, which the engine reads back. A procedure is a word and its numbers: invert; clamp; normalise; blur RADIUS; perlin OCTAVES FREQUENCY AMPLITUDE
-/// FREQUENCY_FACTOR AMPLITUDE_FACTOR; scroll DX DY RED GREEN BLUE ALPHA; blend THIS OTHER IMAGE.
+/// OUT is a TGA file, which the engine reads back. A procedure is a word and its numbers:
+///
+///     invert    clamp    normalise    blur RADIUS
+///     perlin OCTAVES FREQUENCY AMPLITUDE FREQUENCY_FACTOR AMPLITUDE_FACTOR
+///     scroll DX DY RED GREEN BLUE ALPHA
+///     blend THIS_FACTOR OTHER_FACTOR IMAGE
+///
 /// Clouds in a blue sky, which `scroll` fills in from the side:
 ///
 ///     tamor-make-texture noise.tga 256 perlin 6 0.4 1 0.5 0.5 normalise

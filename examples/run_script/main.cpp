@@ -3,7 +3,8 @@
 //
 // The host hands in the variable "file", the script's name, and the function length(x), which
 // counts an array's elements or a string's characters. It takes back the variable "status", which
-// is its exit status. tamor-script does more with a script: it traces it, times it and has a prompt.
+// is its exit status. tamor-script does more with a script: it traces and times it, and has a
+// prompt.
 #include "script/ScriptInterpreter.h"
 
 #include <fstream>

@@ -155,10 +155,10 @@ int PictureView::top() const
 void PictureView::takeKeys(const KeyboardState& keys)
 {
     constexpr std::array<std::pair<std::size_t, Channel>, 5> channelKeys{{{'c', Channel::ALL},
-                                                                   {'r', Channel::RED},
-                                                                   {'g', Channel::GREEN},
-                                                                   {'b', Channel::BLUE},
-                                                                   {'a', Channel::ALPHA}}};
+                                                                          {'r', Channel::RED},
+                                                                          {'g', Channel::GREEN},
+                                                                          {'b', Channel::BLUE},
+                                                                          {'a', Channel::ALPHA}}};
     for (const auto& [key, keyChannel] : channelKeys) {
         if (keys.pressed[key] == 0)
             continue;
