@@ -7,7 +7,7 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 packages_to_build=(
     g++ cmake ninja-build pkg-config
     libsdl1.2-dev libgl-dev libglu1-mesa-dev libglew-dev libfreetype-dev zlib1g-dev
-    libgl1-mesa-dri fonts-dejavu-core
+    libgl1-mesa-dri fontconfig fonts-dejavu-core
     libpng-dev libedit-dev
 )
 packages_for_a_display=(xvfb xdotool imagemagick)

@@ -20,9 +20,10 @@ constexpr const char* theme =
     "1 1 1\n1 0.71 0.16\n0.8 0.8 0.8\n0.3 0.3 0.3\n1\n0.8\n2\n0.005\n0.1\n"
     "0.003\n0.04 0.05\n0.7 1\n0.005 -0.005 0\n0.1\nNULL\n1\n";
 
-constexpr const char* configuration = "/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf\nnone\n"
-                                      "0 0.5 0.25 0.75\n0.25 0.5 0.5 0.75\n0 0.75 0.25 1\n"
-                                      "0.25 0.75 0.5 1\n0.5 0.75 0.75 1\n0.005\n";
+constexpr const char* configuration =
+    TAMOR_TEST_FONT "\nnone\n"
+                    "0 0.5 0.25 0.75\n0.25 0.5 0.5 0.75\n0 0.75 0.25 1\n"
+                    "0.25 0.75 0.5 1\n0.5 0.75 0.75 1\n0.005\n";
 
 void write(const char* file, const std::string& text)
 {

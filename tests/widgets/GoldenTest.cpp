@@ -73,7 +73,7 @@ protected:
     void SetUp() override
     {
         GuiGLTest::SetUp();
-        GLWidget::font.load("/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf");
+        GLWidget::font.load(TAMOR_TEST_FONT);
         Vector* const icons[] = {&GLWidget::optionFrame, &GLWidget::optionMark,
                                  &GLWidget::checkFrame, &GLWidget::checkMark,
                                  &GLWidget::sliderKnob};

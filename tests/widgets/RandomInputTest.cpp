@@ -86,9 +86,10 @@ protected:
         for (const char* file :
              {"default.theme", "combo_button.theme", "tabwin_button.theme", "messagebox.theme"})
             directory.write(file, themeFile);
-        directory.write("gui.conf", "/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf\n-\n"
-                                    "0 0 0.2 1\n0.2 0 0.4 1\n0.4 0 0.6 1\n0.6 0 0.8 1\n0.8 0 1 1\n"
-                                    "0.004\n");
+        directory.write("gui.conf", TAMOR_TEST_FONT
+                        "\n-\n"
+                        "0 0 0.2 1\n0.2 0 0.4 1\n0.4 0 0.6 1\n0.6 0 0.8 1\n0.8 0 1 1\n"
+                        "0.004\n");
         directory.write("my.gui", layout);
         GLWidget::themes.clear();
         GLWidget::loadLayout("my.gui");

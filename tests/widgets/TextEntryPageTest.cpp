@@ -38,7 +38,7 @@ TEST_F(TextEntryPageGLTest, HasALayoutWithABoxThatCanBeTypedInto)
     directory.write("my.gui", layout);
     directory.write("default.theme", "1 1 1\n1 0.7 0.2\n0.6 0.6 0.6\n0 0 0\n1\n0.8\n2\n0.005\n0.1\n"
                                      "0\n0.04 0.05\n0.7 1\n0 0 0\n0.08\nNULL\n1\n");
-    directory.write("gui.conf", "/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf\n-\n");
+    directory.write("gui.conf", TAMOR_TEST_FONT "\n-\n");
     const CapturedErrors errors;
     GLWidget::loadLayout("my.gui");
     auto& box = dynamic_cast<Textbox&>(*GLWidget::find("page"));
