@@ -1,9 +1,12 @@
+#include "app/Application.h"
 #include "tests/end_to_end/Demonstration.h"
 #include "tests/end_to_end/Places.h"
 
+#include <GL/gl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <iostream>
 #include <ostream>
 #include <string>
 
@@ -124,10 +127,39 @@ INSTANTIATE_TEST_SUITE_P(
             "textbox 9 3\ndim: (0.04, 0.156, 0, 1)\n"}),
     [](const testing::TestParamInfo<BadInput>& row) { return row.param.name; });
 
+/// Prints the colour that each of three frames is cleared to, and ends.
+class ClearingApplication : public Application
+{
+public:
+    bool handleEvent(Event event) override
+    {
+        if (event.kind == EV_RENDER) {
+            GLfloat colour[4];
+            glGetFloatv(GL_COLOR_CLEAR_VALUE, colour);
+            for (const GLfloat channel : colour)
+                std::cout << channel << ' ';
+            if (++frames == 3)
+                return false;
+        }
+        return Application::handleEvent(event);
+    }
+
+private:
+    int frames = 0;
+};
+
 TEST(AnEmptyLayoutGLTest, ShowsBlackOnceAndThenBlue)
 {
     const WorkingDirectory directory;
     directory.write("my.gui", "");
+    {
+        Demonstration demo([] {
+            ObjectRef<ClearingApplication>(new ClearingApplication)->run();
+            return 0;
+        });
+        EXPECT_EQ(demo.end().status, 0);
+        EXPECT_EQ(demo.output(), "0 0 0 0 0 0 1 1 0 0 1 1 ");
+    }
     Demonstration demo(directory);
 
     ASSERT_TRUE(demo.opens());

@@ -213,16 +213,29 @@ void Demonstration::drag(Place from, Place to, int steps)
     letGo();
 }
 
+void Demonstration::turnKey(const char* way, const std::string& key, int frames)
+{
+    send({way, key});
+    waitForFrames(frames);
+}
+
 void Demonstration::holdKey(const std::string& key)
 {
-    send({"keydown", key});
-    waitForFrames();
+    turnKey("keydown", key, 4);
 }
 
 void Demonstration::letGoOfKey(const std::string& key)
 {
-    send({"keyup", key});
-    waitForFrames();
+    turnKey("keyup", key, 4);
+}
+
+void Demonstration::typeAll(const std::string& text)
+{
+    for (const char letter : text) {
+        const std::string key = letter == ' ' ? "space" : std::string(1, letter);
+        turnKey("keydown", key, 2);
+        turnKey("keyup", key, 2);
+    }
 }
 
 void Demonstration::type(const std::string& key)

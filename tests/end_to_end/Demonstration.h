@@ -63,8 +63,8 @@ public:
     /// is. False if that did not happen.
     bool opens();
 
-    /// Waits until the window has shown `count` new frames. Four are enough for any input to be
-    /// read, drawn and shown.
+    /// Waits until the window has shown `count` new frames. Two are enough for any input to be
+    /// read, four for it to be drawn and shown as well.
     bool waitForFrames(int count = 4);
 
     /// Waits until `condition` holds.
@@ -94,6 +94,9 @@ public:
     void letGoOfKey(const std::string& key);
     void type(const std::string& key);
 
+    /// Types the letters of `text`, each seen by the program.
+    void typeAll(const std::string& text);
+
     /// Asks the window to close, as a window manager does.
     void closeWindow() const;
 
@@ -115,6 +118,7 @@ private:
     struct Connection;
 
     void send(const std::vector<std::string>& words) const;
+    void turnKey(const char* way, const std::string& key, int frames);
     bool findWindow();
 
     VirtualDisplay display;

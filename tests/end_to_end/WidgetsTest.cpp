@@ -296,12 +296,6 @@ Picture pageOf(Demonstration& demo)
     return demo.picture({146, 448}, 322, 132);
 }
 
-void typeAll(Demonstration& demo, const std::string& text)
-{
-    for (const char letter : text)
-        demo.type(letter == ' ' ? "space" : std::string(1, letter));
-}
-
 /// A demonstration whose lights change at once, so that only the text changes the page.
 WorkingDirectory& changingAtOnce(WorkingDirectory& directory)
 {
@@ -318,7 +312,7 @@ TEST(ThePageGLTest, TakesNoKeysBeforeItIsPressed)
     ASSERT_TRUE(demo.opens());
     const Picture empty = pageOf(demo);
 
-    typeAll(demo, "ab");
+    demo.typeAll("ab");
 
     EXPECT_EQ(pageOf(demo).bytes, empty.bytes);
 }
@@ -330,7 +324,7 @@ TEST(ThePageGLTest, MovesAWordThatDoesNotFitToANewRow)
     ASSERT_TRUE(demo.opens());
     demo.click(notebook);
 
-    typeAll(demo, "we sailed at dawn and saw no land until the third day");
+    demo.typeAll("we sailed at dawn and saw no land until the third day");
 
     EXPECT_TRUE(showsTheSame(pageOf(demo), "page-wrapped"));
 }
@@ -342,14 +336,14 @@ TEST(ThePageGLTest, IsEditedWithAllItsKeys)
     ASSERT_TRUE(demo.opens());
     demo.click(notebook);
 
-    typeAll(demo, "first");
+    demo.typeAll("first");
     demo.type("Return");
-    typeAll(demo, "second row");
+    demo.typeAll("second row");
     EXPECT_TRUE(showsTheSame(pageOf(demo), "page-two-rows"));
     demo.type("Up");
     EXPECT_TRUE(showsTheSame(pageOf(demo), "page-up"));
     demo.type("Left");
-    typeAll(demo, "x");
+    demo.typeAll("x");
     demo.type("Down");
     EXPECT_TRUE(showsTheSame(pageOf(demo), "page-down"));
     demo.type("Home");
