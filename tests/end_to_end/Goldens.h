@@ -1,5 +1,5 @@
 /// \file
-/// Pictures of text, compared more strictly than `matchesGolden` does.
+/// The pictures of the demonstration that were found good.
 #pragma once
 
 #include "tests/support/Picture.h"
@@ -10,8 +10,6 @@
 
 namespace tamor::test
 {
-/// Whether `picture` shows what tests/end_to_end/goldens/`name`.png shows. A pixel differs when a
-/// channel is more than 32 of 255 off; six may, which is the rounding of an edge and less than the
-/// smallest letter. With TAMOR_UPDATE_GOLDENS set, the file is written instead.
+/// Whether `picture` shows what tests/end_to_end/goldens/`name`.png shows, as `matchesGolden` does.
 testing::AssertionResult showsTheSame(const Picture& picture, const std::string& name);
 } // namespace tamor::test

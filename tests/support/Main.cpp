@@ -1,13 +1,12 @@
 /// \file
 /// The entry of every test program.
-#include <gtest/gtest.h>
+#include "tests/support/Environment.h"
 
-#include <cstdlib>
+#include <gtest/gtest.h>
 
 int main(int argumentCount, char** arguments)
 {
-    // Pictures are compared with those of Mesa's software renderer, whatever the machine has.
-    setenv("LIBGL_ALWAYS_SOFTWARE", "1", 1);
+    tamor::test::pinEnvironment();
     testing::InitGoogleTest(&argumentCount, arguments);
     return RUN_ALL_TESTS();
 }

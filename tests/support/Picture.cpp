@@ -1,8 +1,11 @@
 #include "tests/support/Picture.h"
 
+#include "tests/support/TestWindow.h"
+
 #include <GL/gl.h>
 #include <png.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
@@ -11,16 +14,42 @@ namespace tamor::test
 {
 namespace
 {
-constexpr int channelTolerance = 8;
-constexpr std::size_t pixelsForOneOutlier = 500;
+/// The renderer that drew the golden pictures.
+constexpr const char* goldenRenderer =
+    "llvmpipe (LLVM 15.0.6, 128 bits), 4.5 (Compatibility Profile) Mesa 22.3.6";
 
-bool isNear(const std::uint8_t* a, const std::uint8_t* b)
+/// The renderer of this machine, asked through a window of its own.
+std::string rendererHere()
 {
-    for (int channel = 0; channel < 3; ++channel) {
-        if (std::abs(a[channel] - b[channel]) > channelTolerance)
-            return false;
+    openTestWindow(64, 64);
+    const auto text = [](GLenum name) {
+        return std::string(reinterpret_cast<const char*>(glGetString(name)));
+    };
+    std::string words = text(GL_RENDERER) + ", " + text(GL_VERSION);
+    closeTestWindow();
+    return words;
+}
+
+/// By how much two pixels differ, in the channel that differs most.
+int distance(const std::uint8_t* a, const std::uint8_t* b)
+{
+    int most = 0;
+    for (int channel = 0; channel < 3; ++channel)
+        most = std::max(most, std::abs(a[channel] - b[channel]));
+    return most;
+}
+
+/// Black where two pictures are the same, and the brighter the more they differ.
+Picture differenceOf(const Picture& a, const Picture& b)
+{
+    Picture difference = a;
+    for (std::size_t index = 0; index < a.bytes.size(); ++index) {
+        const int apart = std::abs(a.bytes[index] - b.bytes[index]);
+        // So that the least one shows.
+        difference.bytes[index] =
+            static_cast<std::uint8_t>(apart == 0 ? 0 : std::min(255, 63 + apart));
     }
-    return true;
+    return difference;
 }
 
 png_image headerOf(const Picture& picture)
@@ -33,14 +62,25 @@ png_image headerOf(const Picture& picture)
     return header;
 }
 
-testing::AssertionResult failure(const Picture& picture, const std::string& goldenPath,
-                                 const std::string& reason)
+/// Keeps the picture, and what is different in it, and says so.
+testing::AssertionResult failure(const Picture& picture, const Picture& golden,
+                                 const std::string& goldenPath, const std::string& reason)
 {
-    std::filesystem::create_directories(TAMOR_FAILED_PICTURES);
-    const std::filesystem::path kept =
-        std::filesystem::path(TAMOR_FAILED_PICTURES) / std::filesystem::path(goldenPath).filename();
-    writePicture(picture, kept.string());
-    return testing::AssertionFailure() << goldenPath << ": " << reason << "; kept as " << kept;
+    const std::filesystem::path directory = TAMOR_FAILED_PICTURES;
+    std::filesystem::create_directories(directory);
+    const std::string name = std::filesystem::path(goldenPath).stem().string();
+    writePicture(picture, directory / (name + ".png"));
+    if (golden.bytes.size() == picture.bytes.size())
+        writePicture(differenceOf(picture, golden), directory / (name + "-difference.png"));
+
+    testing::AssertionResult result = testing::AssertionFailure();
+    result << goldenPath << ": " << reason << "; see " << name << "*.png in " << directory.string();
+    const std::string here = rendererHere();
+    if (here != goldenRenderer)
+        result << ". Drawn by " << here << " instead of " << goldenRenderer
+               << ": TAMOR_UPDATE_GOLDENS=1 scripts/test makes the pictures anew, and "
+                  "tests/support/Picture.cpp names the renderer";
+    return result;
 }
 } // namespace
 
@@ -91,7 +131,8 @@ Picture pictureOfWindow(int left, int top, int width, int height)
     return picture;
 }
 
-testing::AssertionResult matchesGolden(const Picture& picture, const std::string& goldenPath)
+testing::AssertionResult matchesGolden(const Picture& picture, const std::string& goldenPath,
+                                       Tolerance tolerance)
 {
     if (std::getenv("TAMOR_UPDATE_GOLDENS") != nullptr) {
         std::filesystem::create_directories(std::filesystem::absolute(goldenPath).parent_path());
@@ -100,15 +141,19 @@ testing::AssertionResult matchesGolden(const Picture& picture, const std::string
     }
     const Picture golden = readPicture(goldenPath);
     if (golden.width != picture.width || golden.height != picture.height)
-        return failure(picture, goldenPath, "missing or of another size");
+        return failure(picture, golden, goldenPath, "missing or of another size");
 
     std::size_t outliers = 0;
+    int most = 0;
     for (std::size_t offset = 0; offset < golden.bytes.size(); offset += 3) {
-        if (!isNear(&golden.bytes[offset], &picture.bytes[offset]))
-            ++outliers;
+        const int apart = distance(&golden.bytes[offset], &picture.bytes[offset]);
+        outliers += apart > tolerance.channel ? 1 : 0;
+        most = std::max(most, apart);
     }
-    if (outliers > golden.bytes.size() / 3 / pixelsForOneOutlier)
-        return failure(picture, goldenPath, std::to_string(outliers) + " pixels differ");
+    if (outliers > tolerance.pixels)
+        return failure(picture, golden, goldenPath,
+                       std::to_string(outliers) + " pixels differ, by up to " +
+                           std::to_string(most) + " of 255");
     return testing::AssertionSuccess();
 }
 } // namespace tamor::test

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -34,11 +35,19 @@ void writePicture(const Picture& picture, const std::string& path);
 /// The part of the current back buffer whose top left corner is (left, top).
 Picture pictureOfWindow(int left, int top, int width, int height);
 
+/// How far a picture may be from its golden one. As it stands it covers what Mesa's rasteriser
+/// rounds differently in vectors of another width, and no letter.
+struct Tolerance
+{
+    int channel = 1;         ///< of 255, in each channel of each pixel
+    std::size_t pixels = 10; ///< how many pixels may differ by more, at the ends of lines
+};
+
 /// Whether `picture` looks like the PNG file at `goldenPath`.
 ///
-/// Every channel of a pixel may differ by 8 of 255, since Mesa's rasteriser chooses its vector code
-/// by the processor and rounds colours differently; one pixel in 500 may differ by more, which
-/// covers the ends of lines. A picture that fails is kept, and the message says where. With
-/// TAMOR_UPDATE_GOLDENS set, the file is written instead.
-testing::AssertionResult matchesGolden(const Picture& picture, const std::string& goldenPath);
+/// A picture that fails is kept beside one of the differences, and the message says where, and what
+/// to do on a machine whose renderer is another. With TAMOR_UPDATE_GOLDENS set, the file is written
+/// instead.
+testing::AssertionResult matchesGolden(const Picture& picture, const std::string& goldenPath,
+                                       Tolerance tolerance = {});
 } // namespace tamor::test

@@ -42,6 +42,11 @@ void openTestWindow(int width, int height)
     glViewport(0, 0, width, height);
 }
 
+void closeTestWindow()
+{
+    SDL_QuitSubSystem(SDL_INIT_VIDEO);
+}
+
 void WindowTest::SetUp()
 {
     openTestWindow(windowWidth, windowHeight);
@@ -49,7 +54,7 @@ void WindowTest::SetUp()
 
 void WindowTest::TearDown()
 {
-    SDL_QuitSubSystem(SDL_INIT_VIDEO);
+    closeTestWindow();
 }
 } // namespace tamor::test
 

@@ -26,6 +26,7 @@ protected:
     static Picture picture() { return pictureOfWindow(0, 0, windowWidth, windowHeight); }
 };
 
-/// Opens the window that `WindowTest` gives a test, for programs that are none.
+/// Opens and closes the window that `WindowTest` gives a test, for programs that are none.
 void openTestWindow(int width, int height);
+void closeTestWindow();
 } // namespace tamor::test
