@@ -13,7 +13,7 @@ volatile std::sig_atomic_t wasInterrupted = 0;
 void note(int)
 {
     wasInterrupted = 1;
-    Watch::interrupt();
+    Watch::interrupt(true);
 }
 } // namespace
 
@@ -30,6 +30,7 @@ bool takeInterrupt()
 {
     const bool result = wasInterrupted != 0;
     wasInterrupted = 0;
+    Watch::interrupt(false);
     return result;
 }
 } // namespace tamor::scripts

@@ -239,7 +239,6 @@ void Watch::reset()
 {
     running.clear();
     keptValue.reset();
-    wasInterrupted = 0;
 }
 
 std::optional<ScriptValue> Watch::takeValue()
@@ -247,9 +246,9 @@ std::optional<ScriptValue> Watch::takeValue()
     return std::exchange(keptValue, std::nullopt);
 }
 
-void Watch::interrupt()
+void Watch::interrupt(bool isAsked)
 {
-    wasInterrupted = 1;
+    wasInterrupted = isAsked ? 1 : 0;
 }
 
 // The signatures of what follows are those of a ScriptBuiltin.

@@ -72,8 +72,8 @@ public:
     std::optional<ScriptValue> takeValue();
     const std::map<std::string, CallCount>& calls() const { return counts; }
 
-    /// Has the next test throw. May be called by a signal handler.
-    static void interrupt();
+    /// Has the next test throw, or no longer so. May be called by a signal handler.
+    static void interrupt(bool isAsked);
 
 private:
     class Rewriter;

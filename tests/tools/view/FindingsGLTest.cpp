@@ -113,6 +113,7 @@ TEST(ViewFindingsGLTest, NamesFilesAsTheUserDid)
 
     EXPECT_EQ(run.status, 1);
     EXPECT_NE(run.output.find("part/" + anError), std::string::npos) << run.output;
+    EXPECT_EQ(run.errors.find("my.gui"), std::string::npos) << "the engine has not read it";
     EXPECT_FALSE(std::filesystem::exists("my.png"));
 }
 } // namespace
