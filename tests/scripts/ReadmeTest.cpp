@@ -69,6 +69,17 @@ TEST(TheReadme, NamesEachPageOfTheManual)
         }
 }
 
+TEST(TheContributorsPage, NamesFilesThatAreThere)
+{
+    const std::vector<std::string> files = wordsOf(
+        "grep -oE '`[A-Za-z_./-]+/[A-Za-z_./-]+`' docs/contributing.md | tr -d '`' | sort -u | "
+        "grep -v 'NAME\\|^build/'");
+
+    EXPECT_GT(files.size(), 20U);
+    for (const std::string& file : files)
+        EXPECT_TRUE(std::filesystem::exists(TAMOR_SOURCES "/" + file)) << file;
+}
+
 TEST(TheManual, SaysWhereTheBuiltProgramsLie)
 {
     const std::vector<std::string> programs =
