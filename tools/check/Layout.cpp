@@ -43,7 +43,7 @@ private:
     std::optional<Field> readField(const FieldFormat& format, std::string_view owner);
     void explainFailure(const FieldFormat& format, std::string_view owner, std::size_t begin);
     void reportLine(const FieldFormat& format, std::string_view owner, const Field& field);
-    void reportUnknown() const;
+    void reportUnknown();
     void add(const LineFormat& format);
     void readKind(const WidgetKind& kind);
     void readButton(const Field& caption);
@@ -87,12 +87,12 @@ void LayoutCheck::readLine()
         isReadable = false;
 }
 
-void LayoutCheck::reportUnknown() const
+void LayoutCheck::reportUnknown()
 {
     std::vector<std::string_view> words;
     for (const LineFormat& each : directives)
         words.push_back(each.word);
-    const std::string guess = didYouMean(directive.word, words);
+    const std::string guess = source.guess(directive.word, words);
     source.report("layout-directive", directive.begin,
                   inQuotes(directive.word) + " is no directive: the line does nothing" +
                       (guess.empty() ? "; a remark begins with //" : guess));
@@ -190,7 +190,7 @@ void LayoutCheck::add(const LineFormat& format)
             words.push_back(each.word);
         source.report("layout-kind", kindWord.begin,
                       inQuotes(kindWord.word) + " is no kind of widget: nothing is made" +
-                          didYouMean(kindWord.word, words));
+                          source.guess(kindWord.word, words));
         return;
     }
     Add line{&*kind, value(format, "name"), value(format, "parent"), std::nullopt};

@@ -34,14 +34,13 @@ std::size_t LayoutTree::find(const Field& word)
     if (found != byName.end())
         return found->second;
     std::vector<std::string_view> names;
-    // Of more names than a person writes the nearest is not worth its time.
-    if (byName.size() <= 1000) {
+    if (source.canGuess()) {
         for (const auto& [name, widget] : byName)
             names.push_back(name);
     }
     source.report("layout-parent", word.begin,
                   "no widget " + inQuotes(word.word) + " is made above this line" +
-                      didYouMean(word.word, names));
+                      source.guess(word.word, names));
     return none;
 }
 

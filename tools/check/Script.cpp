@@ -15,6 +15,9 @@ namespace
 {
 using List = std::span<const PlacedToken>;
 
+// Deeper than a person writes; the checker's own calls go as deep.
+constexpr int deepest = 100;
+
 bool isHeader(const PlacedToken& token)
 {
     return token.kind == TOK_IF || token.kind == TOK_WHILE || token.kind == TOK_FOR;
@@ -47,6 +50,7 @@ private:
     Source& source;
     ParsedScript script;
     std::vector<std::string_view> callable;
+    int depth = 0; ///< loops in each other
 };
 
 /// The token behind the block that opens at `open`, or the list's end.
@@ -117,7 +121,7 @@ void ScriptCheck::checkCalls(List list, std::string_view caller)
             source.report("script-return", token.begin,
                           "return has a space behind it: this calls a function of that name");
         } else if (!std::binary_search(callable.begin(), callable.end(), name)) {
-            const std::string guess = didYouMean(name, callable);
+            const std::string guess = source.guess(name, callable);
             if (!guess.empty()) {
                 source.report("script-call", token.begin,
                               "no function " + inQuotes(name) + " is defined here" + guess);
@@ -217,7 +221,12 @@ std::size_t ScriptCheck::runHeader(List list, std::size_t at)
     const std::size_t first = at + 1;
     if (first < list.size() && list[first].kind == TOK_OPEN_BRACE) {
         const std::size_t end = blockEnd(list, first);
-        runList(list.subspan(at, end - at), true);
+        ++depth;
+        if (depth < deepest)
+            runList(list.subspan(at, end - at), true);
+        else if (depth == deepest)
+            source.report("script-deep", header.begin, "loops stand in each other too deeply");
+        --depth;
         return std::min(end, list.size() - 1);
     }
     source.report("script-loop-body", header.begin, "the body of a loop without braces never runs");

@@ -12,7 +12,7 @@ namespace
 {
 constexpr std::int32_t openParenthesis = 0;
 constexpr std::int32_t closeParenthesis = 1;
-constexpr int deepest = 500;
+constexpr int deepest = 200;
 
 // Rows of `scriptOperators`.
 enum Operator : std::int32_t

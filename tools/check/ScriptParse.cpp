@@ -12,7 +12,7 @@ namespace tamor::check
 namespace
 {
 // Deeper than a person writes; the checker's own calls go as deep.
-constexpr int deepest = 500;
+constexpr int deepest = 200;
 
 constexpr long hugeArray = 1000000;
 
@@ -403,7 +403,8 @@ void ScriptParser::splitArguments(PlacedToken& token, std::size_t begin, std::si
     PlacedFunction* const outer = std::exchange(function, nullptr);
     std::size_t pieceBegin = begin;
     while (!isStopped) {
-        const std::size_t comma = std::min(text.find(',', pieceBegin), innerEnd);
+        const std::size_t comma =
+            std::min(text.substr(0, innerEnd).find(',', pieceBegin), innerEnd);
         parseRange(token.args, pieceBegin, comma);
         token.args.push_back({TOK_ARGEND, comma, comma, {}});
         if (comma == innerEnd)

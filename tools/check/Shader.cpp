@@ -205,7 +205,7 @@ void checkShader(Source& source)
     for (const std::vector<Token>& statement : outerStatements(tokens)) {
         if (statement.empty())
             continue;
-        const std::string guess = didYouMean(statement[0].text, firstWords);
+        const std::string guess = source.guess(statement[0].text, firstWords);
         const bool isKnown =
             std::find(firstWords.begin(), firstWords.end(), statement[0].text) != firstWords.end();
         if (!isKnown && !guess.empty()) {
@@ -245,7 +245,7 @@ void checkShaderInterface(const Source& vertex, Source& fragment)
         if (found == given.end()) {
             fragment.report("glsl-varying", each.name.offset,
                             vertex.name() + " gives no " + inQuotes(each.name.text) +
-                                didYouMean(each.name.text, names));
+                                fragment.guess(each.name.text, names));
         } else if (found->type.text != each.type.text) {
             fragment.report("glsl-varying", each.type.offset,
                             vertex.name() + " gives " + inQuotes(each.name.text) + " as " +

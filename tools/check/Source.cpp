@@ -1,5 +1,7 @@
 #include "tools/check/Source.h"
 
+#include "tools/check/Words.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -23,6 +25,14 @@ void Source::report(std::string_view code, std::size_t offset, std::string messa
 {
     const Place place = placeOf(std::min(offset, content.size()));
     findings.push_back({fileName, place.line, place.column, &codeNamed(code), std::move(message)});
+}
+
+std::string Source::guess(std::string_view word, const std::vector<std::string_view>& candidates)
+{
+    if (guessesLeft == 0)
+        return "";
+    guessesLeft -= std::min(guessesLeft, candidates.size());
+    return didYouMean(word, candidates);
 }
 
 void reportCarriageReturn(Source& source, std::string_view code, const std::string& harm)

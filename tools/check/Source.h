@@ -52,6 +52,11 @@ public:
     /// The same in a file that is no text, where a place means nothing.
     void report(std::string_view code, std::string message) { report(code, 0, std::move(message)); }
 
+    /// What `didYouMean` says, for the first words of a file: a file in which everything is
+    /// misspelled takes no longer than others.
+    std::string guess(std::string_view word, const std::vector<std::string_view>& candidates);
+    bool canGuess() const { return guessesLeft > 0; }
+
     std::vector<Finding> findings;
     std::vector<Reference> references;
     std::vector<std::string> widgetNames; ///< of a layout
@@ -62,6 +67,7 @@ private:
     std::string fileName;
     std::string content;
     std::vector<std::size_t> lineStarts;
+    std::size_t guessesLeft = 100000; ///< words that may still be compared
 };
 
 /// Reports a text's carriage returns, which the readers take for blanks or for letters, once.
