@@ -1,13 +1,18 @@
 // The script language beside Lua 5.4 and CPython 3.
 //
-// Four programs are run by all three: a loop that counts to 1,000,000, two nested loops with float
-// arithmetic, 200,000 function calls, and a string that grows to 20,000 characters one by one. Each
-// is parsed or compiled once, and its result checked, before the clock starts; CPython and Lua have
-// their variables as locals of a function, which is their fast case. `BM_parse_...` parses a text
-// of the size given, in bytes; Lua compiles a text of like statements.
+// Each program of Programs.h is run by all three: parsed or compiled once, and its result checked,
+// before the clock starts; CPython and Lua have their variables as locals of a function, which is
+// their fast case. The engine was tuned on the first ones, and not on those that are said to be
+// untuned. `BM_parse_...` parses a text of the size given, in bytes; Lua compiles a text of like
+// statements. `BM_once_...` parses or compiles a text of 10,000 different statements and runs it
+// once.
 //
 // Run: tamor-script-benchmarks --benchmark_repetitions=9 --benchmark_report_aggregates_only=true
-// Read the medians of one run as ratios: BM_run_tamor over BM_run_python, program by program.
+// Read the medians of CPU time of one run as ratios: BM_run_lua over BM_run_tamor, program by
+// program. The growth from 800 kB to 8 MB is that of two runs with --benchmark_filter, as memory
+// that a process has had before costs less. Instructions for each pass of a loop:
+//     valgrind --tool=callgrind tamor-script-benchmarks --benchmark_filter=BM_run_tamor/count
+//         --benchmark_min_time=0.001
 #ifdef TAMOR_HAS_PYTHON
 #include <Python.h>
 #endif
@@ -15,6 +20,7 @@
 #include <lua.hpp>
 #endif
 
+#include "benchmarks/script/Programs.h"
 #include "script/ScriptInterpreter.h"
 
 #include <benchmark/benchmark.h>
@@ -28,99 +34,12 @@ namespace tamor
 {
 namespace
 {
-/// One program in three languages; each leaves a number in `result` or returns it.
-struct Program
-{
-    const char* name;
-    double result;
-    const char* tamor;
-    const char* python;
-    const char* lua;
-};
-
-constexpr Program programs[] = {
-    {"count", 1000000,
-     "i = 0;"
-     "while (i < 1000000) { i = i + 1; }"
-     "result = i;",
-     "def program():\n"
-     "    i = 0\n"
-     "    while i < 1000000:\n"
-     "        i = i + 1\n"
-     "    return i\n",
-     "local i = 0\n"
-     "while i < 1000000 do i = i + 1 end\n"
-     "return i\n"},
-    {"nested_floats", 199.5,
-     "for (i = 0; i < 400; i = i + 1) {"
-     "    x = .5;"
-     "    for (k = 0; k < 400; k = k + 1) { x = x * .5 + k * .25; }"
-     "}"
-     "result = x + .5;",
-     "def program():\n"
-     "    i = 0\n"
-     "    while i < 400:\n"
-     "        x = 0.5\n"
-     "        k = 0\n"
-     "        while k < 400:\n"
-     "            x = x * .5 + k * .25\n"
-     "            k = k + 1\n"
-     "        i = i + 1\n"
-     "    return x + 0.5\n",
-     "local x\n"
-     "local i = 0\n"
-     "while i < 400 do\n"
-     "    x = 0.5\n"
-     "    local k = 0\n"
-     "    while k < 400 do\n"
-     "        x = x * .5 + k * .25\n"
-     "        k = k + 1\n"
-     "    end\n"
-     "    i = i + 1\n"
-     "end\n"
-     "return x + 0.5\n"},
-    {"calls", 200000,
-     "func next(a) { a + 1; }"
-     "i = 0;"
-     "while (i < 200000) { i = next(i); }"
-     "result = i;",
-     "def next(a):\n"
-     "    return a + 1\n"
-     "def program():\n"
-     "    i = 0\n"
-     "    while i < 200000:\n"
-     "        i = next(i)\n"
-     "    return i\n",
-     "local function next(a) return a + 1 end\n"
-     "local i = 0\n"
-     "while i < 200000 do i = next(i) end\n"
-     "return i\n"},
-    {"string", 20000,
-     "s = \"\";"
-     "for (i = 0; i < 20000; i = i + 1) { s = s + \"x\"; }"
-     "result = i;",
-     "def program():\n"
-     "    s = ''\n"
-     "    i = 0\n"
-     "    while i < 20000:\n"
-     "        s = s + 'x'\n"
-     "        i = i + 1\n"
-     "    return len(s)\n",
-     "local s = ''\n"
-     "local i = 0\n"
-     "while i < 20000 do\n"
-     "    s = s .. 'x'\n"
-     "    i = i + 1\n"
-     "end\n"
-     "return #s\n"},
-};
-
 double numberOf(const ScriptValue& value)
 {
     return value.type == TYPE_FLOAT ? static_cast<double>(value.asFloat()) : value.number;
 }
 
-void BM_run_tamor(benchmark::State& state, const Program& program)
+void BM_run_tamor(benchmark::State& state, const ScriptProgram& program)
 {
     ScriptInterpreter interpreter;
     std::vector<ScriptToken> list;
@@ -133,7 +52,7 @@ void BM_run_tamor(benchmark::State& state, const Program& program)
 }
 
 #ifdef TAMOR_HAS_PYTHON
-void BM_run_python(benchmark::State& state, const Program& program)
+void BM_run_python(benchmark::State& state, const ScriptProgram& program)
 {
     Py_Initialize();
     PyObject* const names = PyDict_New();
@@ -151,7 +70,7 @@ void BM_run_python(benchmark::State& state, const Program& program)
 #endif
 
 #ifdef TAMOR_HAS_LUA
-void BM_run_lua(benchmark::State& state, const Program& program)
+void BM_run_lua(benchmark::State& state, const ScriptProgram& program)
 {
     lua_State* const lua = luaL_newstate();
     luaL_openlibs(lua);
@@ -253,9 +172,80 @@ void BM_parse_lua(benchmark::State& state)
 BENCHMARK(BM_parse_lua)->Arg(150000)->Unit(benchmark::kMillisecond);
 #endif
 
+/// A text of 10,000 statements, no two of which are the same, over fifty variables.
+std::string onceText(bool isLua)
+{
+    std::string text;
+    const auto name = [](int number) {
+        return std::string("v") + static_cast<char>('a' + number % 10) +
+               static_cast<char>('a' + number / 10 % 5);
+    };
+    if (isLua) {
+        for (int i = 0; i < 50; ++i)
+            text += (i == 0 ? "local " : ", ") + name(i);
+        text += "\n";
+    }
+    for (int i = 0; i < 50; ++i)
+        text += name(i) + " = " + std::to_string(i) + ";\n";
+    for (int i = 0; i < 9950; ++i) {
+        const std::string number = std::to_string(i);
+        const std::string target = name(i);
+        switch (i % 5) {
+        case 0:
+            text += target + " = " + name(i + 9) + " + " + number + ";\n";
+            break;
+        case 1:
+            text += target + " = (" + name(i + 3) + " + 1.5) * " + number + ";\n";
+            break;
+        case 2:
+            text += target + (isLua ? " = \"text\" .. " : " = \"text\" + ") + number + ";\n";
+            break;
+        case 3:
+            text += target + " = " + name(i + 21) + " == " + number + ";\n";
+            break;
+        default:
+            text += target + " = " + number + ";\n";
+        }
+    }
+    return text + (isLua ? "return " + name(9949) + "\n" : "result = " + name(9949) + ";\n");
+}
+
+constexpr double onceResult = 9949;
+
+void BM_once_tamor(benchmark::State& state)
+{
+    const std::string text = onceText(false);
+    for (auto step : state) {
+        ScriptInterpreter interpreter;
+        std::vector<ScriptToken> list;
+        parseText(interpreter, list, text);
+        runTokens(interpreter, list);
+        if (numberOf(interpreter.variables["result"]) != onceResult)
+            return state.SkipWithError("a wrong result");
+    }
+}
+BENCHMARK(BM_once_tamor)->Unit(benchmark::kMillisecond);
+
+#ifdef TAMOR_HAS_LUA
+void BM_once_lua(benchmark::State& state)
+{
+    const std::string text = onceText(true);
+    for (auto step : state) {
+        lua_State* const lua = luaL_newstate();
+        const bool isRun = luaL_loadbuffer(lua, text.data(), text.size(), "text") == LUA_OK &&
+                           lua_pcall(lua, 0, 1, 0) == LUA_OK;
+        const bool isRight = isRun && lua_tonumber(lua, -1) == onceResult;
+        lua_close(lua);
+        if (!isRight)
+            return state.SkipWithError("a wrong result");
+    }
+}
+BENCHMARK(BM_once_lua)->Unit(benchmark::kMillisecond);
+#endif
+
 /// Each program beside its peers, so that their medians come from the same minute.
 [[maybe_unused]] const bool areRegistered = [] {
-    for (const Program& program : programs) {
+    for (const ScriptProgram& program : scriptPrograms) {
         const auto name = [&](const char* language) {
             return std::string("BM_run_") + language + "/" + program.name;
         };

@@ -2,7 +2,6 @@
 
 #include "script/internal/Machine.h"
 #include "script/internal/Operators.h"
-#include "script/internal/Scanner.h"
 
 #include <algorithm>
 
@@ -323,62 +322,5 @@ void Lowering::lowerArguments(Tokens args)
         }
         start = at + 1;
     }
-}
-
-// ----------------------------------------------------------------------------------------- Cells
-
-/// The cell, or for a name a register with a copy of its present value.
-Cell& Lowering::copied(Cell& cell)
-{
-    if (!isName(cell))
-        return cell;
-    Cell& copy = takeRegister();
-    Instruction& instruction = emit(Opcode::COPY);
-    instruction.to = &copy;
-    instruction.a = &cell;
-    return copy;
-}
-
-Cell& Lowering::constant(const ScriptValue& literal)
-{
-    ValueCell& cell = *program.constants.take(1);
-    cell.kind = CellKind::CONSTANT;
-    cell.value = literal;
-    settle(cell, cell.value);
-    return cell;
-}
-
-/// The cell of a variable's path.
-Cell& Lowering::name(const std::string& path)
-{
-    Scanner scanner(path);
-    const std::string_view root = scanner.readName();
-    if (scanner.atEnd() && !root.empty())
-        return machine.variable(root);
-    Path& cell = *program.paths.take(1);
-    cell.place = &elsewhere;
-    cell.kind = CellKind::PATH;
-    cell.root = nullptr;
-    cell.text = path;
-    cell.indices.clear();
-    if (!root.empty() && scanner.readIndices(cell.indices))
-        cell.root = &machine.variable(root);
-    return cell;
-}
-
-Cell& Lowering::takeRegister()
-{
-    if (freeRegisters.empty())
-        return machine.registerAt(registers++);
-    Cell* const cell = freeRegisters.back();
-    freeRegisters.pop_back();
-    return *cell;
-}
-
-/// Lets a register be used again from the next instruction on, which may still read it.
-void Lowering::giveBack(Cell& cell)
-{
-    if (cell.kind == CellKind::REGISTER)
-        freeRegisters.push_back(&cell);
 }
 } // namespace tamor::script

@@ -183,6 +183,21 @@ void Machine::keep(const Instruction& instruction, ScriptValue* lists)
     release(*instruction.a);
 }
 
+/// Lets the value of a pass be that of the list around it.
+void Machine::endPass(const Instruction& instruction, ScriptValue* lists)
+{
+    const ScriptValue& value = lists[instruction.target];
+    if (isTrue(value))
+        assign(lists[instruction.keep], value);
+}
+
+/// Lets a value be that of a list, whatever it is.
+void Machine::giveValue(const Instruction& instruction, ScriptValue* lists)
+{
+    assign(lists[instruction.keep], read(*instruction.a));
+    release(*instruction.a);
+}
+
 /// An assignment, or a copy on its way to a register.
 void Machine::copy(const Instruction& instruction, ScriptValue* lists)
 {

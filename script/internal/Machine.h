@@ -100,7 +100,14 @@ private:
 
     // Running.cpp
     bool execute(const Program& program, ScriptValue* lists, std::size_t at = 0);
+    template <typename Operation>
+    void apply(const Instruction& instruction, ScriptValue* lists);
+    template <typename Test>
+    bool compare(const Instruction& instruction, bool (*general)(const ScriptValue&));
+    template <bool (*numberHolds)(const ScriptValue&)>
+    bool isHeld(const Instruction& instruction, bool (*general)(const ScriptValue&));
     bool holds(const Instruction& instruction, bool (*test)(const ScriptValue&));
+    const Instruction* next(const Instruction* code, const Instruction* loop, bool goesOn);
 
     // Machine.cpp: the general routines.
     void hostActed();
@@ -114,6 +121,8 @@ private:
     void step(const Instruction& instruction, ScriptValue* lists);
     void deliver(const Instruction& instruction, ScriptValue&& result, ScriptValue* lists);
     void keep(const Instruction& instruction, ScriptValue* lists);
+    void endPass(const Instruction& instruction, ScriptValue* lists);
+    void giveValue(const Instruction& instruction, ScriptValue* lists);
     void release(Cell& cell);
 
     // Calls.cpp

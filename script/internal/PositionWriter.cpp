@@ -59,7 +59,7 @@ void PositionWriter::endArguments()
 
 void PositionWriter::attachArguments(std::size_t count)
 {
-    endedArguments.resize(count);
+    endedArguments.resize(count, {item.line, item.column, {}});
     last->back().args = std::move(endedArguments);
     endedArguments.clear();
 }

@@ -171,12 +171,26 @@ void addBraces(ScriptInterpreter& interpreter, std::int32_t count)
 }
 
 /// Recurses until the stack ends, which is long before the count of the levels is back at 0.
-[[gnu::noinline]] std::uint32_t neverEnd(volatile std::uint32_t* outer)
+[[gnu::noinline]] std::uint32_t recurse(volatile std::uint32_t* outer)
 {
     volatile std::uint32_t level = *outer + 1;
-    return level == 0 ? 0 : neverEnd(&level) + level;
+    return level == 0 ? 0 : recurse(&level) + level;
+}
+
+void neverEnd()
+{
+    volatile std::uint32_t level = 0;
+    recurse(&level);
 }
 } // namespace
+
+/// Whether a value lets a condition hold.
+template <bool (*numberHolds)(const ScriptValue&)>
+bool Machine::isHeld(const Instruction& instruction, bool (*general)(const ScriptValue&))
+{
+    const ScriptValue& value = *instruction.a->place;
+    return areNumbers(value.type) ? numberHolds(value) : holds(instruction, general);
+}
 
 /// Whether a comparison, or a value, lets a condition hold, by the general way.
 bool Machine::holds(const Instruction& instruction, bool (*test)(const ScriptValue&))
@@ -195,6 +209,32 @@ bool Machine::holds(const Instruction& instruction, bool (*test)(const ScriptVal
     return result;
 }
 
+/// Computes an operator, the fast way where that goes.
+template <typename Operation>
+void Machine::apply(const Instruction& instruction, ScriptValue* lists)
+{
+    if (!isComputed<Operation>(instruction, lists))
+        compute(instruction, lists);
+}
+
+/// Whether a comparison lets a condition hold. \param general  how to tell where it gave any value
+template <typename Test>
+bool Machine::compare(const Instruction& instruction, bool (*general)(const ScriptValue&))
+{
+    const ScriptValue& a = *instruction.a->place;
+    const ScriptValue& b = *instruction.b->place;
+    return areNumbers(a.type | b.type) ? Test::test(a, b) : holds(instruction, general);
+}
+
+/// Where a loop goes on: at the next pass, of which it counts the brace, or behind itself.
+const Instruction* Machine::next(const Instruction* code, const Instruction* loop, bool goesOn)
+{
+    if (!goesOn)
+        return loop + 1;
+    addBraces(interpreter, loop->keep);
+    return code + loop->target;
+}
+
 /// Runs a program from an instruction on; `lists` are the values of its lists.
 /// \return false where it was left because the host's code has run
 bool Machine::execute(const Program& program, ScriptValue* lists, std::size_t at)
@@ -202,144 +242,46 @@ bool Machine::execute(const Program& program, ScriptValue* lists, std::size_t at
     const std::uint64_t startEpoch = epoch;
     const Instruction* const code = program.code.data();
     const Instruction* in = code + at;
-
-    const auto jumpUnless = [&](bool condition) { in = condition ? in + 1 : code + in->target; };
-    const auto jumpBackIf = [&](bool condition) {
-        if (!condition) {
-            ++in;
-            return;
-        }
-        addBraces(interpreter, in->keep);
-        in = code + in->target;
-    };
-    const auto test = [&]<typename Test>(Test, bool (*general)(const ScriptValue&)) {
-        const ScriptValue& a = *in->a->place;
-        const ScriptValue& b = *in->b->place;
-        return areNumbers(a.type | b.type) ? Test::test(a, b) : holds(*in, general);
-    };
-    const auto apply = [&]<typename Operation>(Operation) {
-        if (!isComputed<Operation>(*in, lists))
-            compute(*in, lists);
-        ++in;
-    };
-
+    const auto unless = [&](bool holds) { return holds ? in + 1 : code + in->target; };
+    const auto loop = [&](bool goesOn) { return next(code, in, goesOn); };
+    // clang-format off
     for (;;) {
         switch (in->opcode) {
-        case Opcode::ADD:
-            apply(Arithmetic<std::plus<>>());
-            break;
-        case Opcode::SUBTRACT:
-            apply(Arithmetic<std::minus<>>());
-            break;
-        case Opcode::MULTIPLY:
-            apply(Arithmetic<std::multiplies<>>());
-            break;
-        case Opcode::DIVIDE:
-            apply(Quotient());
-            break;
-        case Opcode::MODULO:
-            apply(Remainder());
-            break;
-        case Opcode::LESS:
-            apply(Less());
-            break;
-        case Opcode::GREATER:
-            apply(Greater());
-            break;
-        case Opcode::EQUAL:
-            apply(Equal());
-            break;
-        case Opcode::AND:
-            apply(Both());
-            break;
-        case Opcode::OR:
-            apply(Either());
-            break;
-        case Opcode::COMPUTE:
-            compute(*in++, lists);
-            break;
-        case Opcode::COPY:
-            if (!isCopied(*in, lists))
-                copy(*in, lists);
-            ++in;
-            break;
-        case Opcode::COUNT:
-            if (!isCounted(*in))
-                step(*in, lists);
-            ++in;
-            break;
-        case Opcode::STEP:
-            step(*in++, lists);
-            break;
-        case Opcode::TOUCH:
-            find(*in++->a);
-            break;
-        case Opcode::CALL:
-            call(*in++, lists);
-            break;
-        case Opcode::KEEP:
-            keep(*in++, lists);
-            break;
-        case Opcode::JUMP:
-            in = code + in->target;
-            break;
-        case Opcode::IF: {
-            const ScriptValue& value = *in->a->place;
-            jumpUnless(areNumbers(value.type) ? isTrueNumber(value) : holds(*in, isTrue));
-            break;
-        }
-        case Opcode::IF_LESS:
-            jumpUnless(test(Less(), isTrue));
-            break;
-        case Opcode::IF_GREATER:
-            jumpUnless(test(Greater(), isTrue));
-            break;
-        case Opcode::IF_EQUAL:
-            jumpUnless(test(Equal(), isTrue));
-            break;
-        case Opcode::LOOP: {
-            const ScriptValue& value = *in->a->place;
-            jumpBackIf(areNumbers(value.type) ? isOne(value) : holds(*in, isOne));
-            break;
-        }
-        case Opcode::LOOP_LESS:
-            jumpBackIf(test(Less(), isOne));
-            break;
-        case Opcode::LOOP_GREATER:
-            jumpBackIf(test(Greater(), isOne));
-            break;
-        case Opcode::LOOP_EQUAL:
-            jumpBackIf(test(Equal(), isOne));
-            break;
-        case Opcode::BEGIN_PASS:
-            lists[in++->keep].type = TYPE_NULL;
-            break;
-        case Opcode::END_PASS:
-            if (isTrue(lists[in->target]))
-                assign(lists[in->keep], lists[in->target]);
-            ++in;
-            break;
-        case Opcode::CHECK_HOST:
-            if (epoch != startEpoch)
-                return false;
-            ++in;
-            break;
-        case Opcode::BRACES:
-            addBraces(interpreter, in++->target);
-            break;
-        case Opcode::RETURN:
-            assign(lists[in->keep], read(*in->a));
-            release(*in->a);
-            in = code + in->target;
-            break;
-        case Opcode::END:
-            return true;
-        case Opcode::NEVER_END: {
-            volatile std::uint32_t level = 0;
-            neverEnd(&level);
-            return true;
-        }
+        case Opcode::ADD: apply<Arithmetic<std::plus<>>>(*in++, lists); break;
+        case Opcode::SUBTRACT: apply<Arithmetic<std::minus<>>>(*in++, lists); break;
+        case Opcode::MULTIPLY: apply<Arithmetic<std::multiplies<>>>(*in++, lists); break;
+        case Opcode::DIVIDE: apply<Quotient>(*in++, lists); break;
+        case Opcode::MODULO: apply<Remainder>(*in++, lists); break;
+        case Opcode::LESS: apply<Less>(*in++, lists); break;
+        case Opcode::GREATER: apply<Greater>(*in++, lists); break;
+        case Opcode::EQUAL: apply<Equal>(*in++, lists); break;
+        case Opcode::AND: apply<Both>(*in++, lists); break;
+        case Opcode::OR: apply<Either>(*in++, lists); break;
+        case Opcode::COMPUTE: compute(*in++, lists); break;
+        case Opcode::COPY: if (!isCopied(*in, lists)) copy(*in, lists); ++in; break;
+        case Opcode::COUNT: if (!isCounted(*in)) step(*in, lists); ++in; break;
+        case Opcode::STEP: step(*in++, lists); break;
+        case Opcode::TOUCH: find(*in++->a); break;
+        case Opcode::CALL: call(*in++, lists); break;
+        case Opcode::KEEP: keep(*in++, lists); break;
+        case Opcode::JUMP: in = code + in->target; break;
+        case Opcode::IF: in = unless(isHeld<isTrueNumber>(*in, isTrue)); break;
+        case Opcode::IF_LESS: in = unless(compare<Less>(*in, isTrue)); break;
+        case Opcode::IF_GREATER: in = unless(compare<Greater>(*in, isTrue)); break;
+        case Opcode::IF_EQUAL: in = unless(compare<Equal>(*in, isTrue)); break;
+        case Opcode::LOOP: in = loop(isHeld<isOne>(*in, isOne)); break;
+        case Opcode::LOOP_LESS: in = loop(compare<Less>(*in, isOne)); break;
+        case Opcode::LOOP_GREATER: in = loop(compare<Greater>(*in, isOne)); break;
+        case Opcode::LOOP_EQUAL: in = loop(compare<Equal>(*in, isOne)); break;
+        case Opcode::BEGIN_PASS: lists[in++->keep].type = TYPE_NULL; break;
+        case Opcode::END_PASS: endPass(*in++, lists); break;
+        case Opcode::CHECK_HOST: if (epoch != startEpoch) return false; ++in; break;
+        case Opcode::BRACES: addBraces(interpreter, in++->target); break;
+        case Opcode::RETURN: giveValue(*in, lists); in = code + in->target; break;
+        case Opcode::END: return true;
+        case Opcode::NEVER_END: neverEnd(); break;
         }
     }
+    // clang-format on
 }
 } // namespace tamor::script

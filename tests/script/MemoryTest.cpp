@@ -7,6 +7,7 @@
 
 #include <array>
 #include <string>
+#include <vector>
 
 namespace tamor::test
 {
@@ -68,5 +69,99 @@ TEST(Memory, IsGivenBackAtTheEndOfARun)
     }
 
     EXPECT_LT(mallinfo2().uordblks, afterOne + tolerance);
+}
+
+namespace
+{
+/// The bytes that the tokens of a text take, in and out of lists that there are already.
+std::size_t memoryOfTokens(const std::string& text, std::vector<ScriptToken>& list)
+{
+    ScriptInterpreter interpreter;
+    const std::size_t before = mallinfo2().uordblks + mallinfo2().hblkhd;
+    parseText(interpreter, list, text);
+    return mallinfo2().uordblks + mallinfo2().hblkhd - before;
+}
+
+std::string repeated(const std::string& text, int count)
+{
+    std::string result;
+    for (int i = 0; i < count; ++i)
+        result += text;
+    return result;
+}
+} // namespace
+
+TEST(Memory, OfALongStringIsTwiceItsLengthAtMost)
+{
+    std::vector<ScriptToken> list;
+
+    EXPECT_LT(memoryOfTokens("x = 1; s = \"" + std::string(10000000, 'a') + "\";", list),
+              20100000U);
+}
+
+TEST(Memory, OfNestedCallsIsInProportionToThem)
+{
+    std::vector<ScriptToken> list;
+
+    const std::size_t bytes =
+        memoryOfTokens(repeated("f(", 3000) + "1" + repeated(")", 3000) + ";", list);
+
+    // A call, and the end of its arguments.
+    EXPECT_LT(bytes, 3000 * 3 * sizeof(ScriptToken));
+}
+
+TEST(Memory, OfNestedGroupsIsInProportionToThem)
+{
+    std::vector<ScriptToken> list;
+
+    const std::size_t bytes =
+        memoryOfTokens(repeated("(", 100000) + "1" + repeated(")", 100000) + ";", list);
+
+    EXPECT_LT(bytes, 200002 * 2 * sizeof(ScriptToken));
+}
+
+TEST(Memory, OfAListThatIsParsedIntoAgainGrowsAsTheListDoes)
+{
+    std::vector<ScriptToken> list;
+    memoryOfTokens(repeated("x = 1; ", 5000), list);
+    ASSERT_EQ(list.size(), 20000U);
+
+    EXPECT_LT(memoryOfTokens("f(1); y = 2;" + std::string(100000, ' '), list),
+              20000 * 2 * sizeof(ScriptToken));
+}
+
+TEST(Memory, OfAValueInNestedGroupsIsInProportionToThem)
+{
+    Script script;
+    std::vector<ScriptToken> list;
+    parseText(script.interpreter, list,
+              "x = " + repeated("(", 16000) + "7" + repeated(")", 16000) + ";");
+    const std::size_t before = mallinfo2().uordblks;
+
+    runTokens(script.interpreter, list);
+
+    EXPECT_EQ(script["x"], "int 7");
+    EXPECT_LT(mallinfo2().uordblks - before, 16000U * 300);
+}
+
+TEST(Memory, StaysWhereItIsInRunsWithinRuns)
+{
+    Script script("func f(p) { q = p; r = q + 1; s = r; }");
+    static ScriptInterpreter* interpreter = nullptr;
+    static std::vector<ScriptToken> list;
+    interpreter = &script.interpreter;
+    list.clear();
+    parseText(script.interpreter, list, "f(1);");
+    script.interpreter.builtins["run"] = [](std::string, std::int32_t, ScriptValue*) {
+        return runTokens(*interpreter, list);
+    };
+    script.interpreter.builtins["measure"] = measure;
+    measuredCount = 0;
+
+    script.run(
+        "for (i = 0; i < 20000; i = i + 1) { run(); if (i == 100) { measure(); } } measure();");
+
+    ASSERT_EQ(measuredCount, 2U);
+    EXPECT_LT(measured[1], measured[0] + tolerance);
 }
 } // namespace tamor::test

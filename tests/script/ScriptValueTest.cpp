@@ -2,6 +2,7 @@
 
 #include "tests/script/ScriptTesting.h"
 #include "tests/support/ChildProcess.h"
+#include "tests/support/CommaLocale.h"
 
 #include <gtest/gtest.h>
 
@@ -426,5 +427,30 @@ TEST(PrintValue, FollowsTheStreamsSettingsAndReturnsTheStream)
 
     EXPECT_EQ(stream.str(), "3.14");
     EXPECT_EQ(&returned, &stream);
+}
+
+TEST(ScriptValueAdd, WritesAFloatInTheCLocaleWhateverAHostHasSet)
+{
+    const CommaLocale locale;
+
+    EXPECT_EQ(described(add(real(0.5F), std::string("a"))), "string 0.5a");
+    EXPECT_EQ(described(add(std::string("a"), real(1234567.0F))), "string a1.23457e+06");
+    EXPECT_EQ(described(add(std::string("a"), 1234)), "string a1234");
+}
+
+TEST(ParseText, ReadsNumbersInTheCLocaleWhateverAHostHasSet)
+{
+    const std::string tiny = "0." + std::string(60, '0') + "1";
+    const CommaLocale locale;
+    ScriptInterpreter interpreter;
+    std::vector<ScriptToken> list;
+
+    parseText(interpreter, list,
+              ".5 " + tiny + " 1" + std::string(60, '0') + " -1" + std::string(60, '0'));
+
+    EXPECT_EQ(list[0].value.asFloat(), 0.5F);
+    EXPECT_EQ(described(list[1].value), "int 0");
+    EXPECT_EQ(list[2].value.asFloat(), 3.40282347e+38F);
+    EXPECT_EQ(list[3].value.asFloat(), -3.40282347e+38F);
 }
 } // namespace tamor::test
