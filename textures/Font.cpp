@@ -10,6 +10,8 @@
 #include FT_FREETYPE_H
 
 #include <algorithm>
+#include <cstdarg>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <iostream>
@@ -184,6 +186,31 @@ bool Font::print(const char* format) const
     char buffer[printBufferSize];
     return printLines(formatWithoutArguments(format, buffer));
 }
+
+template <int>
+float Font::textWidth(const char* format, ...) const
+{
+    char buffer[widthBufferSize] = {};
+    va_list arguments;
+    va_start(arguments, format);
+    std::vsnprintf(buffer, sizeof buffer, format, arguments);
+    va_end(arguments);
+    return measureLines(buffer);
+}
+
+template <int>
+bool Font::print(const char* format, ...) const
+{
+    char buffer[printBufferSize] = {};
+    va_list arguments;
+    va_start(arguments, format);
+    std::vsnprintf(buffer, sizeof buffer, format, arguments);
+    va_end(arguments);
+    return printLines(buffer);
+}
+
+template float Font::textWidth<0>(const char* format, ...) const;
+template bool Font::print<0>(const char* format, ...) const;
 
 float Font::measureLine(std::string_view line) const
 {

@@ -4,7 +4,6 @@
 
 #include <array>
 #include <cstdint>
-#include <cstdio>
 #include <string>
 #include <string_view>
 
@@ -13,8 +12,9 @@ namespace tamor
 /// The 128 characters of seven bits, each a display list with a texture of its own.
 ///
 /// A font unit is 1/32 of a pixel of a glyph rendered at 32 points and 96 dots per inch. Text is a
-/// format as for `printf`, and may be given without arguments whatever it holds: then each
-/// conversion finds a zero. A character of 128 or above has no list and no width.
+/// format as for `printf`, in the locale that the host has set, and the compiler checks it against
+/// its arguments. It may be given without any whatever it holds: then each conversion finds a zero.
+/// A character of 128 or above has no list and no width.
 ///
 /// The lists and textures live until the process ends; a second `load` leaks the first ones.
 class Font
@@ -40,13 +40,15 @@ public:
     ///         errors!
     bool load(const std::string& path);
 
+    // The operations with arguments are templates so that those without come first for a lone text.
+
     /// The width of the widest line in font units times `scaleX`; 0 for no text.
     ///
     /// Text is cut to 511 characters. A line with a shorter one behind it is measured as it stands;
     /// the shorter one, unless it is the last, with the tail of the longer one behind it.
     float textWidth(const char* format) const;
-    template <typename... Arguments>
-    float textWidth(const char* format, Arguments... arguments) const;
+    template <int = 0>
+    [[gnu::format(printf, 2, 3)]] float textWidth(const char* format, ...) const;
 
     /// Draws at the current modelview position, the first line on the x axis and each further one
     /// 1.3 times `scaleY` lower in eye coordinates. The text is cut to 255 characters.
@@ -55,8 +57,8 @@ public:
     /// and the list base stay changed.
     /// \return true
     bool print(const char* format) const;
-    template <typename... Arguments>
-    bool print(const char* format, Arguments... arguments) const;
+    template <int = 0>
+    [[gnu::format(printf, 2, 3)]] bool print(const char* format, ...) const;
 
     float scaleX = 1.0F;
     float scaleY = 1.0F;
@@ -74,20 +76,4 @@ private:
     void beginPrint() const;
     bool printLines(std::string_view text) const;
 };
-
-template <typename... Arguments>
-float Font::textWidth(const char* format, Arguments... arguments) const
-{
-    char buffer[widthBufferSize] = {};
-    std::snprintf(buffer, sizeof buffer, format, arguments...);
-    return measureLines(buffer);
-}
-
-template <typename... Arguments>
-bool Font::print(const char* format, Arguments... arguments) const
-{
-    char buffer[printBufferSize] = {};
-    std::snprintf(buffer, sizeof buffer, format, arguments...);
-    return printLines(buffer);
-}
 } // namespace tamor

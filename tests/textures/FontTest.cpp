@@ -1,8 +1,13 @@
 #include "textures/Font.h"
 
 #include "tests/support/CapturedErrors.h"
+#include "tests/support/ChildProcess.h"
 #include "tests/support/TemporaryDirectory.h"
 
+#include <dlfcn.h>
+#include <ft2build.h>
+#include FT_FREETYPE_H
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <string>
@@ -153,6 +158,85 @@ TEST(Font, SaysWhenAFileCannotBeOpened)
     EXPECT_FALSE(font.load("missing.ttf"));
 
     EXPECT_EQ(errors.text(), "Error loading the font\n");
+}
+
+/// What the compiler says of a host that makes this call.
+std::string warningsOf(const std::string& call)
+{
+    const test::TemporaryDirectory directory;
+    directory.write("host.cpp", "#include \"textures/Font.h\"\n"
+                                "void draw(tamor::Font& font, const char* text) { " +
+                                    call +
+                                    "; }\nvoid draw(tamor::Font& font, const char* text);\n");
+    test::ChildProcess compiler({TAMOR_COMPILER, "-std=c++20", "-fsyntax-only", "-Wall",
+                                 std::string("-I") + TAMOR_SOURCE, "host.cpp"});
+    EXPECT_EQ(compiler.wait().status, 0);
+    return compiler.errors();
+}
+
+TEST(Font, HasTheCompilerCheckTheArguments)
+{
+    using testing::HasSubstr;
+    EXPECT_THAT(warningsOf("font.print(\"%s %d\", 42, \"x\")"), HasSubstr("[-Wformat"));
+    EXPECT_THAT(warningsOf("font.textWidth(\"%s\", 42)"), HasSubstr("[-Wformat"));
+    EXPECT_THAT(warningsOf("font.print(\"%d %d\", 42)"), HasSubstr("[-Wformat"));
+
+    EXPECT_EQ(warningsOf("font.print(\"%s %d\", \"x\", 42)"), "");
+    EXPECT_EQ(warningsOf("font.textWidth(\"%.1f\", 1.5)"), "");
+    // Without arguments any text is taken.
+    EXPECT_EQ(warningsOf("font.print(text)"), "");
+    EXPECT_EQ(warningsOf("font.print(\"%s\")"), "");
+}
+
+/// A font of one glyph of 8 by 8 pixels, and of no other size.
+const std::string oneSize = "STARTFONT 2.1\nFONT -x-x-medium-r-normal--8-80-75-75-c-80-iso10646-1\n"
+                            "SIZE 8 75 75\nFONTBOUNDINGBOX 8 8 0 0\nSTARTPROPERTIES 2\n"
+                            "FONT_ASCENT 8\nFONT_DESCENT 0\nENDPROPERTIES\nCHARS 1\n"
+                            "STARTCHAR A\nENCODING 65\nSWIDTH 1000 0\nDWIDTH 8 0\nBBX 8 8 0 0\n"
+                            "BITMAP\nFF\n81\n81\n81\n81\n81\n81\nFF\nENDCHAR\nENDFONT\n";
+
+TEST(Font, SaysThatAFontHasNotTheSize)
+{
+    const test::TemporaryDirectory directory;
+    const std::string path = directory.write("one.bdf", oneSize);
+    const test::CapturedErrors errors;
+    Font font;
+
+    EXPECT_FALSE(font.load(path));
+
+    EXPECT_EQ(errors.text(), "Error setting the font size\n");
+}
+
+/// Whether FreeType is to fail when it is started, as it does without memory.
+bool freeTypeFails = false;
+} // namespace
+} // namespace tamor
+
+/// This program's own, which lets FreeType start unless a test wants it to fail.
+extern "C" FT_Error FT_Init_FreeType(FT_Library* library)
+{
+    if (tamor::freeTypeFails)
+        return FT_Err_Out_Of_Memory;
+    using Function = FT_Error (*)(FT_Library*);
+    static const auto start = reinterpret_cast<Function>(dlsym(RTLD_NEXT, "FT_Init_FreeType"));
+    return start(library);
+}
+
+namespace tamor
+{
+namespace
+{
+TEST(Font, SaysThatFreeTypeDoesNotStart)
+{
+    const test::CapturedErrors errors;
+    Font font;
+    freeTypeFails = true;
+
+    const bool isLoaded = font.load(TAMOR_TEST_FONT);
+
+    freeTypeFails = false;
+    EXPECT_FALSE(isLoaded);
+    EXPECT_EQ(errors.text(), "Error loading freetype library\n");
 }
 } // namespace
 } // namespace tamor
