@@ -15,6 +15,25 @@
 #include <string>
 #include <vector>
 
+namespace
+{
+/// What zlib was handed last.
+struct UncompressCall
+{
+    uLong capacity = 0;
+    std::string source; ///< as much of it as the length says
+};
+
+UncompressCall lastUncompress;
+} // namespace
+
+/// This program's own, which notes its call on the way to zlib.
+extern "C" int uncompress(Bytef* destination, uLongf* capacity, const Bytef* source, uLong length)
+{
+    lastUncompress = {*capacity, {reinterpret_cast<const char*>(source), length}};
+    return uncompress2(destination, capacity, source, &length);
+}
+
 namespace tamor
 {
 namespace
@@ -306,6 +325,32 @@ TEST(ReadPNG, AWellFormedPictureEndsInTheErrorLine)
     EXPECT_EQ(reading.errors, notDecompressed);
     EXPECT_EQ(reading.image.width, 256);
     EXPECT_EQ(reading.image.height, 256);
+}
+
+TEST(ReadPNG, HandsZlibTheFullLengthBehindTwoBytesAndRoomFor32)
+{
+    const std::string data = "\x78\x9C"
+                             "abcdefgh";
+
+    read(signature + header(300, 200) + chunk("IDAT", data));
+
+    EXPECT_EQ(lastUncompress.capacity, 32U);
+    ASSERT_EQ(lastUncompress.source.size(), data.size());
+    EXPECT_EQ(lastUncompress.source.substr(0, 8), "abcdefgh");
+}
+
+TEST(ReadPNG, CountsTheWholeWordsOfAFile)
+{
+    // A chunk that claims more than there is gets the words that are counted, and two to spare. Its
+    // data begins at the low byte of word 26.
+    const std::string start =
+        signature + header(1, 1) + chunk("fiLL", "") + bigEndian(100) + "IDAT";
+    ASSERT_EQ(start.size(), 53U);
+
+    read(start + "\x78\x9Cxxxxx"); // 30 words
+    EXPECT_EQ(lastUncompress.source.size(), 12U);
+    read(start + "\x78\x9Cxxxx"); // 29 words and a byte
+    EXPECT_EQ(lastUncompress.source.size(), 10U);
 }
 
 TEST(ReadPNG, SaysZlibsOwnCodeWhenTheStreamIsLongerThan32Bytes)
