@@ -6,6 +6,7 @@
 #include "tests/models/PlainMS3DReader.h"
 #include "tests/support/CapturedErrors.h"
 #include "tests/support/ChildProcess.h"
+#include "tests/support/CommaLocale.h"
 #include "tests/support/TemporaryDirectory.h"
 #include "tests/support/TestWindow.h"
 #include "tests/textures/ProcessFigures.h"
@@ -307,6 +308,23 @@ TEST(MS3DModelLoad, GivesItemsBehindTheEndTheLastLine)
     for (const Face& face : model.faces) {
         EXPECT_EQ(face.vertex, (std::array<std::int32_t, 3>{8, 9, 10}));
         EXPECT_EQ(face.smoothingGroup, 0);
+    }
+}
+
+TEST(MS3DModelLoad, ReadsNumbersAsInTheCLocaleWhateverAHostHasSet)
+{
+    const CommaLocale comma;
+    ModelFileText file;
+    // The second line has a number that only the pattern reads.
+    file.meshes = "Meshes: 1\n\"A\" 0 0\n2\n0 1.5 2.5 3.5 0.25 0.75 0\n0 +1.5 2.5 3.5 0.25 0.75 0\n"
+                  "0\n0\n";
+    MS3DModel model;
+    load(model, file.text());
+
+    ASSERT_EQ(model.vertices.size(), 2U);
+    for (const Vertex& vertex : model.vertices) {
+        EXPECT_THAT(vertex.position, isVector(1.5, 2.5, 3.5));
+        EXPECT_EQ(vertex.v, 0.75F);
     }
 }
 
