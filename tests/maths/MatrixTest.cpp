@@ -72,6 +72,15 @@ TEST(Matrix, TranslationsAddUp)
     expectPoint(matrix.transformPoint(0, 0, 0), 2, 3, 4);
 }
 
+TEST(Matrix, TranslationComesBehindAnEarlierRotation)
+{
+    Matrix matrix;
+    matrix.rotate(0, 0, pi / 2);
+    matrix.translate(1, 0, 0);
+
+    expectPoint(matrix.transformPoint(0, 0, 0), 0, 1, 0);
+}
+
 TEST(Matrix, RotationByNothingLeavesAMatrixAsItIs)
 {
     Matrix matrix;
