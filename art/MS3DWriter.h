@@ -40,7 +40,7 @@ public:
         out = std::fopen(path.c_str(), "w");
         if (out == nullptr)
             return false;
-        std::fprintf(out, "// Made by models/tools/MakeExampleModels.cpp.\n\n");
+        std::fprintf(out, "// Made by art/MakeExampleModels.cpp.\n\n");
         std::fprintf(out, "Frames: %d\nFrame: 1\n\nMeshes: %zu\n", frames, meshes.size());
         std::int32_t normalBase = 0;
         for (const Mesh& mesh : meshes) {

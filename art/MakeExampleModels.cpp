@@ -4,9 +4,9 @@
 ///
 /// All is worked out from the tables and formulas here: `tamor-make-example-models examples/models`
 /// makes the files anew, and a test compares what it writes with what is there.
+#include "art/MS3DWriter.h"
+#include "art/TGAWriter.h"
 #include "models/Model.h"
-#include "models/tools/MS3DWriter.h"
-#include "models/tools/TGAWriter.h"
 
 #include <algorithm>
 #include <cmath>

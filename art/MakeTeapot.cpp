@@ -251,7 +251,7 @@ int main()
     // What is computed differs from this, which is settled, in the sixth digit.
     normals.front() = {-0.980495F, -0.176385F, -0.08671F};
 
-    std::printf("// Made by models/tools/MakeTeapot.cpp.\n"
+    std::printf("// Made by art/MakeTeapot.cpp.\n"
                 "#include \"models/internal/TeapotTables.h\"\n\n"
                 "namespace tamor\n{\n// clang-format off\n");
     printPoints("teapotVertices", positions);

@@ -1,4 +1,4 @@
-// Made by models/tools/MakeTeapot.cpp.
+// Made by art/MakeTeapot.cpp.
 #include "models/internal/TeapotTables.h"
 
 namespace tamor
