@@ -22,6 +22,8 @@
 ///
 /// The arithmetic is additions, products and square roots alone, in the order written, so that
 /// every machine draws the same bytes.
+#include "art/TGAWriter.h"
+
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
@@ -157,16 +159,12 @@ public:
 
     bool write(const std::string& file)
     {
-        std::ofstream out(file, std::ios::binary);
-        const auto low = [](int value) { return static_cast<char>(value & 255); };
-        const auto high = [](int value) { return static_cast<char>(value >> 8); };
-        const char header[18] = {0,  0, 10, 0, 0,          0,           0,           0,
-                                 0,  0, 0,  0, low(width), high(width), low(height), high(height),
-                                 32, 8};
-        out.write(header, sizeof header);
+        std::vector<std::uint8_t> bytes;
         for (int y = 0; y < height; y++)
-            writeRow(out, y);
-        return static_cast<bool>(out.flush());
+            for (int x = 0; x < width; x++)
+                for (const char byte : bytesAt(x, y))
+                    bytes.push_back(static_cast<std::uint8_t>(byte));
+        return tamor::tools::writeTGA(file, width, height, 4, bytes);
     }
 
 private:
@@ -252,26 +250,6 @@ private:
             return static_cast<char>(std::lround(channel * 255));
         };
         return {byte(pixel.blue), byte(pixel.green), byte(pixel.red), byte(pixel.alpha)};
-    }
-
-    /// Writes a row as packets of at most 128 pixels: equal neighbours as one run, others as they
-    /// are.
-    void writeRow(std::ostream& out, int y)
-    {
-        for (int x = 0; x < width;) {
-            const int longest = std::min(128, width - x);
-            int count = 1;
-            while (count < longest && bytesAt(x + count, y) == bytesAt(x, y))
-                count++;
-            const bool isRun = count > 1;
-            while (!isRun && count < longest &&
-                   (x + count + 1 >= width || bytesAt(x + count, y) != bytesAt(x + count + 1, y)))
-                count++;
-            out.put(static_cast<char>(isRun ? 127 + count : count - 1));
-            for (int i = 0; i < (isRun ? 1 : count); i++)
-                out << bytesAt(x + i, y);
-            x += count;
-        }
     }
 
     int width = 0;

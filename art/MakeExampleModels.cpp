@@ -5,6 +5,7 @@
 /// All is worked out from the tables and formulas here: `tamor-make-example-models examples/models`
 /// makes the files anew, and a test compares what it writes with what is there.
 #include "art/MS3DWriter.h"
+#include "art/Raster.h"
 #include "art/TGAWriter.h"
 #include "models/Model.h"
 
@@ -21,7 +22,6 @@ namespace
 using namespace tamor;
 using tamor::tools::MS3DWriter;
 using tamor::tools::Raster;
-using tamor::tools::writeTGA;
 
 constexpr float pi = std::numbers::pi_v<float>;
 
@@ -484,6 +484,11 @@ Material makeMaterial(const Vector& diffuse, const std::string& texture)
     material.texture = texture;
     return material;
 }
+
+bool write(const Raster& raster, const std::string& path)
+{
+    return tools::writeTGA(path, raster.width, raster.height, 3, raster.bytes);
+}
 } // namespace
 
 int main(int argumentCount, char** arguments)
@@ -506,9 +511,8 @@ int main(int argumentCount, char** arguments)
     vase.addMesh("Vase", 0, makeVase());
     vase.addMaterial("Glaze", makeMaterial({1.0F, 1.0F, 1.0F}, "vase.tga"));
 
-    const bool written = fish.write(directory + "/fish.ms3d") &&
-                         writeTGA(makeFishTexture(), directory + "/fish.tga") &&
-                         vase.write(directory + "/vase.ms3d") &&
-                         writeTGA(makeVaseTexture(), directory + "/vase.tga");
+    const bool written =
+        fish.write(directory + "/fish.ms3d") && write(makeFishTexture(), directory + "/fish.tga") &&
+        vase.write(directory + "/vase.ms3d") && write(makeVaseTexture(), directory + "/vase.tga");
     return written ? 0 : 1;
 }

@@ -1,11 +1,8 @@
 /// \file
-/// Small pictures by formula, and their files.
+/// Pictures as run-length encoded true-colour TGA files, the kind that the engine reads.
 #pragma once
 
-#include "maths/Vector.h"
-
 #include <algorithm>
-#include <cmath>
 #include <cstdint>
 #include <cstdio>
 #include <string>
@@ -13,78 +10,47 @@
 
 namespace tamor::tools
 {
-/// A picture of three bytes a pixel: blue, green, red, as TGA files have them.
-struct Raster
+/// Appends a row to `file` as packets of at most 128 pixels: equal neighbours as one run, others as
+/// they are.
+/// \param row  `width` pixels of `pixelSize` bytes
+inline void appendRow(std::vector<std::uint8_t>& file, const std::uint8_t* row, int width,
+                      int pixelSize)
 {
-    Raster(int newWidth, int newHeight)
-        : width(newWidth), height(newHeight), bytes(static_cast<std::size_t>(3 * width * height))
-    {}
-
-    /// Sets every pixel to `colour(u, v)`, with u and v from 0 to 1 at the pixel's middle and v
-    /// growing with the rows.
-    template <typename Colour>
-    void fill(const Colour& colour)
-    {
-        const auto toByte = [](float channel) {
-            // Few shades, so that neighbours are alike and runs long.
-            constexpr float shades = 48.0F;
-            const float rounded = std::round(channel * shades);
-            return static_cast<std::uint8_t>(std::clamp(rounded / shades, 0.0F, 1.0F) * 255.0F);
-        };
-        auto out = bytes.begin();
-        for (int row = 0; row < height; ++row) {
-            for (int column = 0; column < width; ++column) {
-                const float u = (static_cast<float>(column) + 0.5F) / static_cast<float>(width);
-                const float v = (static_cast<float>(row) + 0.5F) / static_cast<float>(height);
-                const Vector c = colour(u, v);
-                *out++ = toByte(c.z);
-                *out++ = toByte(c.y);
-                *out++ = toByte(c.x);
-            }
-        }
+    const auto pixel = [&](int x) { return row + x * pixelSize; };
+    const auto isLikeTheNext = [&](int x) {
+        return std::equal(pixel(x), pixel(x + 1), pixel(x + 1));
+    };
+    for (int x = 0; x < width;) {
+        const int longest = std::min(128, width - x);
+        int count = 1;
+        while (count < longest && isLikeTheNext(x + count - 1))
+            count++;
+        const bool isRun = count > 1;
+        while (!isRun && count < longest && (x + count + 1 >= width || !isLikeTheNext(x + count)))
+            count++;
+        file.push_back(static_cast<std::uint8_t>(isRun ? 127 + count : count - 1));
+        file.insert(file.end(), pixel(x), pixel(x + (isRun ? 1 : count)));
+        x += count;
     }
+}
 
-    int width;
-    int height;
-    std::vector<std::uint8_t> bytes;
-};
-
-/// Writes a run-length encoded true-colour TGA file of 24 bits a pixel, rows in the picture's
-/// order. \return whether that worked
-inline bool writeTGA(const Raster& raster, const std::string& path)
+/// Writes a file of 24 or 32 bits a pixel, rows in the picture's order.
+/// \param pixelSize  bytes a pixel, 3 or 4
+/// \param bytes      width x height pixels: blue, green, red and perhaps alpha
+/// \return whether that worked
+inline bool writeTGA(const std::string& path, int width, int height, int pixelSize,
+                     const std::vector<std::uint8_t>& bytes)
 {
     const auto low = [](int value) { return static_cast<std::uint8_t>(value & 255); };
     const auto high = [](int value) { return static_cast<std::uint8_t>(value >> 8); };
+    const int alphaBits = pixelSize == 4 ? 8 : 0;
     std::vector<std::uint8_t> file = {0, 0, 10, 0, 0, 0, 0, 0, 0, 0, 0, 0};
-    file.insert(file.end(), {low(raster.width), high(raster.width), low(raster.height),
-                             high(raster.height), 24, 0});
+    file.insert(file.end(), {low(width), high(width), low(height), high(height), low(8 * pixelSize),
+                             low(alphaBits)});
+    for (int y = 0; y < height; y++)
+        appendRow(file, bytes.data() + y * width * pixelSize, width, pixelSize);
 
-    constexpr std::size_t longestPacket = 128;
-    const std::size_t total = raster.bytes.size() / 3;
-    const auto pixel = [&](std::size_t i) {
-        return raster.bytes.begin() + static_cast<long>(3 * i);
-    };
-    const auto isSame = [&](std::size_t i, std::size_t j) {
-        return std::equal(pixel(i), pixel(i) + 3, pixel(j));
-    };
-    for (std::size_t start = 0; start < total;) {
-        const std::size_t limit = std::min(total, start + longestPacket);
-        std::size_t end = start + 1;
-        while (end < limit && isSame(start, end))
-            ++end;
-        if (end - start > 1) { // a run: one pixel, repeated
-            file.push_back(static_cast<std::uint8_t>(127 + end - start));
-            file.insert(file.end(), pixel(start), pixel(start) + 3);
-        } else { // raw pixels, up to the next run
-            while (end < limit && (end + 1 == limit || !isSame(end, end + 1)))
-                ++end;
-            file.push_back(static_cast<std::uint8_t>(end - start - 1));
-            file.insert(file.end(), pixel(start), pixel(end));
-        }
-        start = end;
-    }
-
-    std::FILE* stream = std::fopen(path.c_str(), "wb");
+    std::FILE* const stream = std::fopen(path.c_str(), "wb");
     if (stream == nullptr)
         return false;
     const bool written = std::fwrite(file.data(), 1, file.size(), stream) == file.size();
