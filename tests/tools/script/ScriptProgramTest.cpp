@@ -108,6 +108,16 @@ TEST(ScriptProgram, TracesLibrariesAndLeavesAFalseIfWithoutABlockAsItIs)
               "a.script:2: f(7) -> 7\n");
 }
 
+TEST(ScriptProgram, TracesNothingAwayWhereAFalseIfSkipsOneWord)
+{
+    const TemporaryDirectory directory;
+    directory.write("a.script", "if (0) y print(\"the rest\");\n");
+
+    EXPECT_EQ(runScript({"--no-check", "a.script"}).errors, "the rest \n");
+    EXPECT_EQ(runScript({"--no-check", "--trace", "a.script"}).errors,
+              "a.script:1: if (0)\nthe rest \n");
+}
+
 TEST(ScriptProgram, CountsTheCallsOfEachFunction)
 {
     const TemporaryDirectory directory;
