@@ -17,7 +17,6 @@ namespace
 using testing::Contains;
 using testing::IsEmpty;
 using testing::Not;
-using testing::SizeIs;
 
 /// A file of a section, wrong and mended.
 struct Listing
