@@ -207,7 +207,9 @@ TEST(ViewReloadGLTest, KeepsATypedTextAndItsFocus)
 
     ASSERT_TRUE(view.saysTimes("my.gui: read in", 2));
     view.type("s");
-    EXPECT_TRUE(matchesGolden(view.picture({140, 440}, 335, 145), TAMOR_VIEW_GOLDENS "/typed.png"));
+    // The page's light may not have faded to its end.
+    EXPECT_TRUE(matchesGolden(view.picture({140, 440}, 335, 145), TAMOR_VIEW_GOLDENS "/typed.png",
+                              {.channel = 8}));
 }
 
 TEST(ViewReloadGLTest, GivesNothingToAWidgetOfAnotherKind)
