@@ -30,8 +30,9 @@ std::uint8_t toByte(float channel)
     return static_cast<std::uint8_t>(static_cast<std::int32_t>(truncatable));
 }
 
-/// How many channels lie behind the pixels of a picture that GLU scales: it reads into the row
-/// behind the last one, and times what it finds there by 0.
+/// How many channels lie behind the pixels of a picture that GLU scales: it reads on into the row
+/// behind the last one, and times what it finds there by 0. Seen is one pixel; a row is room for
+/// all that it could address.
 std::size_t overread(const Image& image)
 {
     return channels * (static_cast<std::size_t>(image.width) + 1);
