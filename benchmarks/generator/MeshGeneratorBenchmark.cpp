@@ -13,6 +13,7 @@
 
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
 #include <cstdlib>
 
 #ifdef TAMOR_HAS_CIMG
@@ -27,9 +28,30 @@ using tamor::TerrainMesh;
 
 constexpr float scale = 100.0F;
 
+/// Ends a benchmark whose work is not the one that its name says.
+bool isRight(benchmark::State& state, bool answer)
+{
+    if (!answer)
+        state.SkipWithError("this is another terrain");
+    return answer;
+}
+
+/// Whether a fractal's middle has the height of the first random number.
+bool isFractal(std::int32_t divisions)
+{
+    std::srand(1);
+    const float amount = scale * 0.5F * 0.5F;
+    const auto first = static_cast<float>(std::rand() / 2147483648.0 * (2.0F * amount) - amount);
+    std::srand(1);
+    const TerrainMesh mesh = tamor::fractalTerrain(divisions, 0.5F, 0.5F, scale, scale, scale);
+    return mesh.vertices[mesh.vertices.size() / 2].position.y == first;
+}
+
 void BM_GenerateFractal(benchmark::State& state)
 {
     const auto divisions = static_cast<std::int32_t>(state.range(0));
+    if (!isRight(state, isFractal(divisions)))
+        return;
     std::srand(1);
     for (auto _ : state)
         benchmark::DoNotOptimize(
@@ -48,6 +70,15 @@ void BM_GenerateFractalShare_Rand(benchmark::State& state)
     std::int64_t calls = 0;
     for (std::int64_t cells = 1; cells < state.range(0); cells *= 2)
         calls += 5 * cells * cells;
+    std::srand(1);
+    for (std::int64_t k = 0; k < calls; k++)
+        benchmark::DoNotOptimize(std::rand());
+    const int following = std::rand();
+    std::srand(1);
+    tamor::MeshGenerator::generateFractal(static_cast<std::int32_t>(state.range(0)), 0.5F, 0.5F,
+                                          scale, scale, scale);
+    if (!isRight(state, std::rand() == following))
+        return;
     std::srand(1);
     for (auto _ : state)
         for (std::int64_t k = 0; k < calls; k++)
@@ -84,11 +115,24 @@ TerrainMesh meshOf(std::int32_t size, Height height)
     return mesh;
 }
 
+/// Whether the faces are those of a fractal of so many divisions.
+bool hasFacesOfFractal(const TerrainMesh& mesh, std::int32_t divisions)
+{
+    const TerrainMesh fractal = tamor::fractalTerrain(divisions, 0.5F, 0.5F, 1.0F, 1.0F, 1.0F);
+    const auto isSame = [](const tamor::Face& a, const tamor::Face& b) {
+        return a.vertex == b.vertex && a.normalIndex == b.normalIndex;
+    };
+    return std::ranges::equal(mesh.faces, fractal.faces, isSame);
+}
+
 void BM_GenerateFractalLimit_ArraysOnce(benchmark::State& state)
 {
     const auto size = static_cast<std::int32_t>(state.range(0)) + 1;
+    const auto flat = [](std::int32_t, std::int32_t) { return 0.0F; };
+    if (!isRight(state, hasFacesOfFractal(meshOf(size, flat), size - 1)))
+        return;
     for (auto _ : state)
-        benchmark::DoNotOptimize(meshOf(size, [](std::int32_t, std::int32_t) { return 0.0F; }));
+        benchmark::DoNotOptimize(meshOf(size, flat));
     state.SetItemsProcessed(state.iterations() * size * size);
 }
 BENCHMARK(BM_GenerateFractalLimit_ArraysOnce)
@@ -100,10 +144,16 @@ BENCHMARK(BM_GenerateFractalLimit_ArraysOnce)
 void BM_GenerateFractalPeer_CImgPlasmaAndArrays(benchmark::State& state)
 {
     const auto size = static_cast<std::int32_t>(state.range(0)) + 1;
-    for (auto _ : state) {
-        cimg_library::CImg<float> plasma(static_cast<unsigned>(size), static_cast<unsigned>(size),
-                                         1, 1, 0.0F);
+    const auto newPlasma = [size] {
+        const auto side = static_cast<unsigned>(size);
+        cimg_library::CImg<float> plasma(side, side, 1, 1, 0.0F);
         plasma.draw_plasma(1.0F, 0.0F, 10);
+        return plasma;
+    };
+    if (!isRight(state, newPlasma().variance() > 0.0))
+        return;
+    for (auto _ : state) {
+        const cimg_library::CImg<float> plasma = newPlasma();
         benchmark::DoNotOptimize(meshOf(size, [&plasma](std::int32_t r, std::int32_t c) {
             return plasma(static_cast<unsigned>(r), static_cast<unsigned>(c));
         }));
@@ -116,9 +166,28 @@ BENCHMARK(BM_GenerateFractalPeer_CImgPlasmaAndArrays)
     ->MinWarmUpTime(1.0);
 #endif
 
+/// Whether a terrain of noise has the heights of the image's.
+bool isNoise(std::int32_t size)
+{
+    const TerrainMesh mesh =
+        tamor::noiseTerrain(size, 6, 0.25F, 0.5F, 0.5F, 0.5F, scale, scale, scale);
+    tamor::Image image;
+    image.clear(size, size);
+    image.perlin(6, 0.25F, 0.5F, 0.5F, 0.5F);
+    const auto length = static_cast<float>(size);
+    bool isSame = true;
+    for (std::size_t p = 0; p < mesh.vertices.size(); p++)
+        isSame = isSame && mesh.vertices[p].position.y ==
+                               length / 2.0F * image.pixels[4 * p] * scale / length;
+    delete[] image.pixels;
+    return isSame && mesh.vertices[1].position.y != mesh.vertices[0].position.y;
+}
+
 void BM_GenerateFromNoise(benchmark::State& state)
 {
     const auto size = static_cast<std::int32_t>(state.range(0));
+    if (!isRight(state, isNoise(size)))
+        return;
     for (auto _ : state)
         benchmark::DoNotOptimize(tamor::MeshGenerator::generateFromNoise(
             size, 6, 0.25F, 0.5F, 0.5F, 0.5F, scale, scale, scale));

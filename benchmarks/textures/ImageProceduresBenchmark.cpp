@@ -11,6 +11,7 @@
 
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstring>
 #include <random>
@@ -27,6 +28,8 @@ namespace
 {
 using tamor::Image;
 using tamor::Vector;
+
+using Floats = const float*;
 
 constexpr std::int32_t blurRadius = 4;
 constexpr std::int32_t octaves = 6;
@@ -51,10 +54,20 @@ void countBytes(benchmark::State& state, const Image& image, int accesses)
 }
 
 /// Runs `change` on an image of the size that the benchmark gives, which it may find changed.
-template <typename Change>
-void measure(benchmark::State& state, int accesses, Change change)
+/// \param isRight  told the pixels before and behind the first run, and the image's size: whether
+///                 they differ as this procedure alone has it
+template <typename Change, typename IsRight>
+void measure(benchmark::State& state, int accesses, Change change, IsRight isRight)
 {
     Image image = scatteredImage(static_cast<std::int32_t>(state.range(0)));
+    const std::vector<float> before(image.pixels, image.pixels + image.pixelCount() * 4);
+    change(image);
+    if (!isRight(before.data(), image.pixels, static_cast<std::size_t>(image.width))) {
+        state.SkipWithError("this is another procedure");
+        delete[] image.pixels;
+        return;
+    }
+    std::ranges::copy(before, image.pixels);
     for (auto _ : state) {
         change(image);
         benchmark::ClobberMemory();
@@ -66,35 +79,65 @@ void measure(benchmark::State& state, int accesses, Change change)
 void BM_ImageMemcpy(benchmark::State& state)
 {
     const Image source = scatteredImage(static_cast<std::int32_t>(state.range(0)));
-    measure(state, 2, [&source](Image& image) {
-        std::memcpy(image.pixels, source.pixels, image.pixelCount() * 4 * sizeof(float));
-    });
+    measure(
+        state, 2,
+        [&source](Image& image) {
+            std::memcpy(image.pixels, source.pixels, image.pixelCount() * 4 * sizeof(float));
+        },
+        [&source](const float*, const float* after, std::size_t size) {
+            return std::equal(after, after + 4 * size * size, source.pixels);
+        });
     delete[] source.pixels;
 }
 BENCHMARK(BM_ImageMemcpy)->Arg(256)->Arg(1024);
 
 void BM_ImageInvert(benchmark::State& state)
 {
-    measure(state, 2, [](Image& image) { image.invert(false); });
+    measure(
+        state, 2, [](Image& image) { image.invert(false); },
+        [](Floats before, Floats after, std::size_t) {
+            return after[4] == 1.0F - before[4] && after[7] == before[7];
+        });
 }
 BENCHMARK(BM_ImageInvert)->Arg(256)->Arg(1024);
 
 void BM_ImageClamp(benchmark::State& state)
 {
-    measure(state, 2, [](Image& image) { image.clamp(); });
+    measure(
+        state, 2, [](Image& image) { image.clamp(); },
+        [](Floats before, Floats after, std::size_t size) {
+            for (std::size_t n = 0; n < 4 * size * size; n++)
+                if (after[n] != std::clamp(before[n], 0.0F, 1.0F))
+                    return false;
+            return true;
+        });
 }
 BENCHMARK(BM_ImageClamp)->Arg(256)->Arg(1024);
 
 /// Reads the pixels twice.
 void BM_ImageNormalise(benchmark::State& state)
 {
-    measure(state, 3, [](Image& image) { image.normalise(); });
+    measure(
+        state, 3, [](Image& image) { image.normalise(); },
+        [](Floats, Floats after, std::size_t size) {
+            float smallest = after[0];
+            float largest = after[0];
+            for (std::size_t n = 0; n < 4 * size * size; n += 4) {
+                smallest = std::min(smallest, after[n]);
+                largest = std::max(largest, after[n]);
+            }
+            return smallest == 0.0F && largest == 1.0F && after[1] == after[0];
+        });
 }
 BENCHMARK(BM_ImageNormalise)->Arg(256)->Arg(1024);
 
 void BM_ImageScroll(benchmark::State& state)
 {
-    measure(state, 2, [](Image& image) { image.scroll(3, -5, 0, 0, Vector(), false); });
+    measure(
+        state, 2, [](Image& image) { image.scroll(3, -5, 0, 0, Vector(), false); },
+        [](Floats before, Floats after, std::size_t size) {
+            return after[4 * 3] == before[4 * 5 * size] && after[0] == 0.0F;
+        });
 }
 BENCHMARK(BM_ImageScroll)->Arg(256)->Arg(1024);
 
@@ -102,14 +145,35 @@ BENCHMARK(BM_ImageScroll)->Arg(256)->Arg(1024);
 void BM_ImageBlend(benchmark::State& state)
 {
     const Image other = scatteredImage(static_cast<std::int32_t>(state.range(0)));
-    measure(state, 3, [&other](Image& image) { image.blend(5, 3, other); });
+    // The other one is opaque, so all of it is seen.
+    measure(
+        state, 3, [&other](Image& image) { image.blend(5, 3, other); },
+        [&other](Floats, Floats after, std::size_t) {
+            return after[4] == std::clamp(other.pixels[4], 0.0F, 1.0F);
+        });
     delete[] other.pixels;
 }
 BENCHMARK(BM_ImageBlend)->Arg(256)->Arg(1024);
 
+/// Whether the first pixel is the mean of those around it by the exponential of their distance.
+bool isBlurred(Floats before, Floats after, std::size_t size)
+{
+    double sum = 0.0;
+    double total = 0.0;
+    for (std::size_t i = 0; i <= blurRadius; i++) {
+        for (std::size_t j = 0; j <= blurRadius; j++) {
+            const double weight = std::exp(static_cast<double>(i + j) / -18.0);
+            sum += weight * static_cast<double>(before[4 * (size * i + j)]);
+            total += weight;
+        }
+    }
+    return std::abs(sum / total - static_cast<double>(after[0])) < 1e-5;
+}
+
 void BM_ImageBlur_Radius4(benchmark::State& state)
 {
-    measure(state, 2, [](Image& image) { image.blur(blurRadius); });
+    measure(
+        state, 2, [](Image& image) { image.blur(blurRadius); }, isBlurred);
 }
 BENCHMARK(BM_ImageBlur_Radius4)->Arg(256)->Arg(1024)->Unit(benchmark::kMillisecond);
 
