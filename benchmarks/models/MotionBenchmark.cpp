@@ -19,6 +19,8 @@
 #endif
 #include <benchmark/benchmark.h>
 
+#include <memory>
+
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
