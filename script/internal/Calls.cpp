@@ -116,7 +116,8 @@ void Machine::call(const Instruction& instruction, ScriptValue* lists)
     const CallSite& site = *instruction.site;
     // The variable that takes the value is created before the call is made, and so are those that
     // are its arguments.
-    if (instruction.to != nullptr && instruction.to->kind == CellKind::VARIABLE)
+    if (instruction.to != nullptr && instruction.to->kind == CellKind::VARIABLE &&
+        instruction.to->place == &elsewhere)
         find(*instruction.to);
     for (std::uint32_t i = 0; i < site.count; ++i)
         if (site.arguments[i]->place == &elsewhere)
@@ -160,8 +161,9 @@ void Machine::callFunction(const Instruction& instruction, Callee& callee, Scrip
     const std::uint64_t startEpoch = epoch;
     const std::size_t bound = bind(code, site.arguments, site.count);
     for (std::uint32_t i = 0; i < site.count; ++i)
-        release(*site.arguments[i]);
-    ScriptValue* const saved = saveRegisters(site.liveRegisters);
+        if (site.arguments[i]->kind == CellKind::REGISTER)
+            release(*site.arguments[i]);
+    ScriptValue* const saved = site.liveRegisters > 0 ? saveRegisters(site.liveRegisters) : nullptr;
 
     ScriptValue* const inner = values.take(static_cast<std::size_t>(code.program.listValues));
     inner->type = TYPE_NULL;
@@ -171,30 +173,18 @@ void Machine::callFunction(const Instruction& instruction, Callee& callee, Scrip
 
     if (epoch == startEpoch) {
         for (std::size_t i = 0; i < bound; ++i)
-            assignCell(*code.parameters[i].variable, *code.parameters[i].shadow);
+            assignVariable(*code.parameters[i].variable, *code.parameters[i].shadow);
     } else {
         unbind(code, callee, site.count);
     }
-    restoreRegisters(saved, site.liveRegisters);
+    if (saved != nullptr)
+        restoreRegisters(saved, site.liveRegisters);
     values.release(mark);
     if (!isDelivered(instruction, *inner, lists))
         deliver(instruction, takeListValue(*inner), lists);
 }
 
 // -------------------------------------------------------------------------------------- Parameters
-
-/// Makes a variable a copy of a cell's value.
-void Machine::assignCell(Variable& to, Cell& from)
-{
-    ScriptValue& toPlace = *to.place;
-    const ScriptValue& fromPlace = *from.place;
-    if (isSimple(fromPlace.type) && isSimple(toPlace.type))
-        return copyPlain(toPlace, fromPlace);
-    const ScriptValue& value = read(from);
-    ScriptValue& place = *find(to);
-    assign(place, value);
-    settle(to, place);
-}
 
 /// Gives the parameters their arguments; their values from before are kept in their shadows.
 ///
@@ -208,8 +198,8 @@ std::size_t Machine::bind(const FunctionCode& code, Cell* const* arguments, std:
     const std::size_t bound = std::min(code.parameters.size(), (count + 1) / 2);
     if (bound == 1 && count == 1 && arguments[0]->kind != CellKind::PATH &&
         arguments[0] != code.parameters[0].shadow) {
-        assignCell(*code.parameters[0].shadow, *code.parameters[0].variable);
-        assignCell(*code.parameters[0].variable, *arguments[0]);
+        assignVariable(*code.parameters[0].shadow, *code.parameters[0].variable);
+        assignVariable(*code.parameters[0].variable, *arguments[0]);
     } else if (bound > 0) {
         // All arguments have their values before the first parameter changes.
         ScriptValue* const row = values.take(count);
@@ -217,7 +207,7 @@ std::size_t Machine::bind(const FunctionCode& code, Cell* const* arguments, std:
             assign(row[i], read(*arguments[i]));
         for (std::size_t i = 0; i < bound; ++i) {
             Variable& variable = *code.parameters[i].variable;
-            assignCell(*code.parameters[i].shadow, variable);
+            assignVariable(*code.parameters[i].shadow, variable);
             ScriptValue& place = *find(variable);
             assign(place, row[2 * i]);
             settle(variable, place);
@@ -239,7 +229,7 @@ void Machine::unbind(const FunctionCode& code, const Callee& callee, std::size_t
         if (parameters[i].kind != TOK_VARIABLE)
             return sayBadParameter(i);
         const std::string& name = parameters[i].name;
-        assignCell(variable(name), variable("::" + name));
+        assignVariable(variable(name), variable("::" + name));
     }
 }
 

@@ -157,6 +157,15 @@ void Machine::compute(const Instruction& instruction, ScriptValue* lists)
     deliver(instruction, std::move(result), lists);
 }
 
+/// Makes a variable a copy of a cell's value, whatever they hold.
+void Machine::assignAny(Variable& to, Cell& from)
+{
+    const ScriptValue& value = read(from);
+    ScriptValue& place = *find(to);
+    assign(place, value);
+    settle(to, place);
+}
+
 /// Puts a result where the instruction wants it.
 void Machine::deliver(const Instruction& instruction, ScriptValue&& result, ScriptValue* lists)
 {

@@ -133,7 +133,8 @@ private:
     std::unique_ptr<FunctionCode> lower(const ScriptFunction& function);
     std::size_t bind(const FunctionCode& code, Cell* const* arguments, std::size_t count);
     void unbind(const FunctionCode& code, const Callee& callee, std::size_t count);
-    void assignCell(Variable& to, Cell& from);
+    void assignVariable(Variable& to, Cell& from);
+    void assignAny(Variable& to, Cell& from);
     void sayBadParameter(std::size_t argument);
     ScriptValue* saveRegisters(std::uint32_t count);
     void restoreRegisters(ScriptValue* saved, std::uint32_t count);
@@ -160,6 +161,15 @@ private:
     std::vector<std::unique_ptr<Scratch>> scratches;
     std::size_t runDepth = 0;
 };
+
+/// Makes a variable a copy of a cell's value.
+inline void Machine::assignVariable(Variable& to, Cell& from)
+{
+    if (isSimple(to.place->type) && isSimple(from.place->type))
+        copyPlain(*to.place, *from.place);
+    else
+        assignAny(to, from);
+}
 
 /// The value of a list, of which only the member that the tag selects means anything.
 ScriptValue takeListValue(ScriptValue& list);

@@ -68,10 +68,23 @@ struct Remainder
 {
     static bool apply(ScriptValue& to, const ScriptValue& a, const ScriptValue& b)
     {
-        if ((a.type | b.type) != TYPE_INT || b.number <= 0)
+        if (!hasInteger(a) || !hasInteger(b) || integer(b) <= 0)
             return false;
-        to.setInt(a.number % b.number);
+        to.setInt(integer(a) % integer(b));
         return true;
+    }
+
+private:
+    /// Whether a number has an integer when its fraction is cut off.
+    static bool hasInteger(const ScriptValue& number)
+    {
+        constexpr float limit = 2147483648.0F;
+        return number.type == TYPE_INT || (number.asFloat() > -limit && number.asFloat() < limit);
+    }
+
+    static int integer(const ScriptValue& number)
+    {
+        return number.type == TYPE_INT ? number.number : static_cast<int>(number.asFloat());
     }
 };
 

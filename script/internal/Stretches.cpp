@@ -15,7 +15,7 @@ std::size_t Stretches::closing(std::size_t open)
 void Stretches::scan(std::size_t open)
 {
     pairs.clear();
-    std::vector<std::size_t> openPairs;
+    openPairs.clear();
     scannedEnd = open;
     do {
         if (text[scannedEnd] == '(') {
@@ -25,9 +25,8 @@ void Stretches::scan(std::size_t open)
             pairs[openPairs.back()].second = scannedEnd;
             openPairs.pop_back();
         }
-        scannedEnd = text.find_first_of("()", scannedEnd + 1);
-    } while (!openPairs.empty() && scannedEnd != std::string_view::npos);
-    scannedEnd = std::min(scannedEnd, text.size());
+        ++scannedEnd;
+    } while (!openPairs.empty() && scannedEnd < text.size());
 }
 
 std::size_t Stretches::comma(std::size_t from)

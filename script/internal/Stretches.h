@@ -31,6 +31,8 @@ private:
     /// from the first one's position to `scannedEnd`.
     std::vector<std::pair<std::size_t, std::size_t>> pairs;
     std::size_t scannedEnd = 0;
+    /// Which of them are open at `scannedEnd`.
+    std::vector<std::size_t> openPairs;
     /// The first comma from `commaFrom` on.
     std::size_t commaFrom = 1;
     std::size_t commaAt = 0;
