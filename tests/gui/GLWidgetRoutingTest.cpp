@@ -62,6 +62,25 @@ INSTANTIATE_TEST_SUITE_P(Pixels, GLWidgetMouseMovedTo,
                                          PixelCase{"Quarter", 200.0F, 450.0F, -0.6666667F, -0.5F}),
                          [](const auto& test) { return test.param.name; });
 
+TEST_F(GLWidgetMouseMoved, KeepsThePlaceBeforeTheWidgetItselfIsAsked)
+{
+    /// A class of a host's own that keeps nothing.
+    class Careless : public ProbeWidget
+    {
+    public:
+        using ProbeWidget::ProbeWidget;
+        bool onPointer(float /*x*/, float /*y*/) override { return true; }
+    };
+    Careless widget("careless");
+    GLWidget::topLevel = {&widget};
+    GLWidget::viewport = {0, 0, 800, 400};
+
+    GLWidget::mouseMoved({600.0F, 100.0F});
+
+    EXPECT_EQ(widget.mouse.x, 1.0F);
+    EXPECT_EQ(widget.mouse.y, 0.5F);
+}
+
 TEST_F(GLWidgetMouseMoved, RoundsAtEveryStep)
 {
     ProbeWidget widget("any");

@@ -451,6 +451,23 @@ TEST_F(MessageBoxTeardown, TakesAButtonOutOfTheTabsThatHoldIt)
     EXPECT_THAT(pages.tabs[0].widgets, IsEmpty());
 }
 
+TEST_F(MessageBoxTeardown, LeavesATabWithoutTheButtonThatAHostGaveANameOfTheBox)
+{
+    auto& pages = make<TabWindow>("pages", nullptr, Vector());
+    pages.addTab(0, "A");
+    pages.addTab(1, "B");
+    Button* const other = pages.tabs[0].button;
+    GLWidget::widgets["__msgbox_yes"] = pages.tabs[1].button;
+    GLWidget::topLevel = {&pages};
+    seen(*pages.tabs[1].button).clicked = true;
+
+    GLWidget::updateAll(1);
+
+    EXPECT_EQ(pages.tabs[0].button, other);
+    EXPECT_EQ(pages.tabs[1].button, nullptr);
+    EXPECT_EQ(GLWidget::find("__pagestab1B"), nullptr);
+}
+
 TEST_F(MessageBoxTeardown, DestroysAWidgetThatHoldsTwoOfTheNamesOnce)
 {
     Mortal& okay = add("__msgbox_ok", nullptr);

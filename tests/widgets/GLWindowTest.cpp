@@ -125,8 +125,10 @@ TEST_F(GLWindowHover, IsThePointerStrictlyOverTheStrip)
     window.dimensions = Vector(2.0F, 2.0F);
 
     const StripPoint rows[] = {
-        {2.0F, 3.75F, true},  {2.0F, 3.5F, false},  {2.0F, 4.0F, false},
-        {1.0F, 3.75F, false}, {3.0F, 3.75F, false}, {2.0F, 3.0F, false},
+        {2.0F, 3.75F, true},     {2.0F, 3.5F, false},    {2.0F, 4.0F, false},
+        {1.0F, 3.75F, false},    {3.0F, 3.75F, false},   {2.0F, 3.0F, false},
+        {2.0F, 3.53125F, true},  {2.0F, 3.96875F, true}, {1.03125F, 3.75F, true},
+        {2.96875F, 3.75F, true},
     };
     for (const StripPoint& row : rows) {
         EXPECT_TRUE(window.onPointer(row.x, row.y));

@@ -248,74 +248,59 @@ TEST_F(SliderDrag, KeepsTheValueOfASliderWithoutALength)
     EXPECT_EQ(slider.value, 0.5F);
 }
 
-TEST_F(SliderDrawingGLTest, MakesTheseCallsWhenHorizontal)
+struct DrawnSlider
 {
-    auto& slider = make<Slider>("s", nullptr, Vector(1.0F, 2.0F), Vector(2.0F, 0.0F));
-    slider.value = 0.25F;
+    Vector extent;
+    float value;
+    float glow;
+    const char* colour;
+    const char* line;
+    const char* knob; ///< where it is drawn, and how it is turned
+};
 
-    EXPECT_EQ(callsOfRender(slider), R"(
+TEST_F(SliderDrawingGLTest, MakesTheseCalls)
+{
+    const DrawnSlider rows[] = {
+        {{2.0F, 0.0F},
+         0.25F,
+         0.0F,
+         "0.375, 0.25, 0.125",
+         "1.25,1.875 3.25,1.875",
+         "glTranslatef(1.75, 1.875, 0)\n"},
+        {{0.0F, 2.0F},
+         0.25F,
+         1.0F,
+         "0.75, 0.5, 0.25",
+         "1,2 1,4.125",
+         "glTranslatef(1, 2.5, 0)\nglRotatef(90, 0, 0, 1)\n"},
+        {{2.0F, 1.0F},
+         0.5F,
+         0.0F,
+         "0.375, 0.25, 0.125",
+         "1.25,1.875 3.25,2.875",
+         "glTranslatef(2.25, 2.375, 0)\n"},
+    };
+    for (const DrawnSlider& row : rows) {
+        auto& slider = make<Slider>("s", nullptr, Vector(1.0F, 2.0F), row.extent);
+        slider.value = row.value;
+        slider.glow = row.glow;
+
+        EXPECT_EQ(callsOfRender(slider), std::string(R"(
 glPushMatrix()
 glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA)
 glEnable(GL_BLEND)
 glDisable(GL_TEXTURE_2D)
 glDisable(GL_DEPTH_TEST)
-glColor4f(0.375, 0.25, 0.125, 0.5)
+glColor4f()") + row.colour + R"(, 0.5)
 glLineWidth(2)
 glTranslatef(0, 0.125, 0)
-GL_LINES 1.25,1.875 3.25,1.875
+GL_LINES )" + row.line + R"(
 glBindTexture(GL_TEXTURE_2D, 7)
 glEnable(GL_TEXTURE_2D)
-glTranslatef(1.75, 1.875, 0)
-GL_QUADS -0.25,-0.25[0,0.5] -0.25,0.25[0,1] 0.25,0.25[0.25,1] 0.25,-0.25[0.25,0.5]
+)" + row.knob + R"(GL_QUADS -0.25,-0.25[0,0.5] -0.25,0.25[0,1] 0.25,0.25[0.25,1] 0.25,-0.25[0.25,0.5]
 glPopMatrix()
 )");
-}
-
-TEST_F(SliderDrawingGLTest, MakesTheseCallsWhenVerticalAndLit)
-{
-    auto& slider = make<Slider>("s", nullptr, Vector(1.0F, 2.0F), Vector(0.0F, 2.0F));
-    slider.value = 0.25F;
-    slider.glow = 1.0F;
-
-    EXPECT_EQ(callsOfRender(slider), R"(
-glPushMatrix()
-glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA)
-glEnable(GL_BLEND)
-glDisable(GL_TEXTURE_2D)
-glDisable(GL_DEPTH_TEST)
-glColor4f(0.75, 0.5, 0.25, 0.5)
-glLineWidth(2)
-glTranslatef(0, 0.125, 0)
-GL_LINES 1,2 1,4.125
-glBindTexture(GL_TEXTURE_2D, 7)
-glEnable(GL_TEXTURE_2D)
-glTranslatef(1, 2.5, 0)
-glRotatef(90, 0, 0, 1)
-GL_QUADS -0.25,-0.25[0,0.5] -0.25,0.25[0,1] 0.25,0.25[0.25,1] 0.25,-0.25[0.25,0.5]
-glPopMatrix()
-)");
-}
-
-TEST_F(SliderDrawingGLTest, MakesTheseCallsOnADiagonal)
-{
-    auto& slider = make<Slider>("s", nullptr, Vector(1.0F, 2.0F), Vector(2.0F, 1.0F));
-
-    EXPECT_EQ(callsOfRender(slider), R"(
-glPushMatrix()
-glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA)
-glEnable(GL_BLEND)
-glDisable(GL_TEXTURE_2D)
-glDisable(GL_DEPTH_TEST)
-glColor4f(0.375, 0.25, 0.125, 0.5)
-glLineWidth(2)
-glTranslatef(0, 0.125, 0)
-GL_LINES 1.25,1.875 3.25,2.875
-glBindTexture(GL_TEXTURE_2D, 7)
-glEnable(GL_TEXTURE_2D)
-glTranslatef(2.25, 2.375, 0)
-GL_QUADS -0.25,-0.25[0,0.5] -0.25,0.25[0,1] 0.25,0.25[0.25,1] 0.25,-0.25[0.25,0.5]
-glPopMatrix()
-)");
+    }
 }
 } // namespace
 } // namespace tamor::test

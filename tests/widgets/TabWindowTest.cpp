@@ -173,6 +173,9 @@ TEST_F(TabWindowBuild, CallsATabThatNobodyNamedUnnamedAndLeavesItsButton)
 
     EXPECT_EQ(window.tabs[0].title, "unnamed");
     EXPECT_EQ(seen(*window.tabs[0].button).text, "");
+
+    window.addToTab(1, &label);
+    EXPECT_EQ(window.tabs[1].title, "B") << "a name that was given stays";
 }
 
 TEST_F(TabWindowBuild, IsAsWideAsTheRowOfButtons)

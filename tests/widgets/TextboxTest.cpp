@@ -369,6 +369,18 @@ TEST_F(TextboxDown, GoesToTheClosestColumnOfTheRowBelow)
     }
 }
 
+TEST_F(TextboxDown, LooksNoFurtherThanARowIsMeasured)
+{
+    GLWidget::font.advance['w'] = 1.0F;
+    put(std::string(600, 'w'), "\n" + std::string(600, 'i'));
+
+    press({keyDown});
+
+    // The 511 letters of the row above that are measured are twice as wide as any column.
+    EXPECT_EQ(box->beforeCursor.size(), 601U + 511U);
+    EXPECT_EQ(box->afterCursor, std::string(89, 'i'));
+}
+
 TEST_F(TextboxDown, StopsAtTheEndOfAShorterRow)
 {
     put("abcd", "\nxy\nlonger");
