@@ -19,8 +19,6 @@
 #endif
 #include <benchmark/benchmark.h>
 
-#include <memory>
-
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
