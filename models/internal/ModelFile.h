@@ -2,6 +2,7 @@
 /// The lines of a model file, read fast.
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <string_view>
@@ -28,6 +29,9 @@ private:
     void advance();
     void refill();
 
+    /// What fgets takes into a buffer of 256 characters.
+    static constexpr std::size_t longestPiece = 255;
+
     std::FILE* stream;
     std::array<char, 65536> block;
     /// What is in the block and was not in a piece yet.
@@ -37,4 +41,33 @@ private:
     bool streamEnded = false;
     bool ended = false;
 };
+
+// Inline, since models have a line for each vertex.
+
+/// Goes on by one line with its newline, or by 255 characters of a longer line, and ends before the
+/// first zero byte, if there is one. At the end of the file `piece` stays as it is.
+inline void ModelFile::advance()
+{
+    if (rest.size() < longestPiece && !streamEnded)
+        refill();
+    if (rest.empty()) {
+        ended = true;
+        return;
+    }
+    const std::string_view window = rest.substr(0, longestPiece);
+    const std::size_t newline = window.find('\n');
+    const std::size_t size = newline == std::string_view::npos ? window.size() : newline + 1;
+    rest.remove_prefix(size);
+    piece = window.substr(0, std::min(size, window.find('\0')));
+}
+
+inline std::string_view ModelFile::line()
+{
+    do {
+        advance();
+        // Meant: at the end the last line stays, and if it is to be skipped, this goes on for ever,
+        // as a reader with `fgets` does; `ModelFile.WaitsForEverForALineAfterALastComment` holds it.
+    } while (piece.find("//") != std::string_view::npos || piece.starts_with('\n'));
+    return piece.substr(0, piece.empty() ? 0 : piece.size() - 1);
+}
 } // namespace tamor
