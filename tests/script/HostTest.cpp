@@ -213,6 +213,33 @@ TEST(Host, MayEditTheConditionOfAWhileButNotOfAFor)
     EXPECT_EQ(script["k"], "int 9") << "the clauses have been taken apart";
 }
 
+TEST(Host, MayEditTheConditionFromAHeaderInTheBody)
+{
+    std::vector<ScriptToken> list;
+    HostedScript script([&]() -> ScriptValue {
+        list[0].args[2].value = ScriptValue(2);
+        return {};
+    });
+    script.run("i = 0;");
+    list = script.parsedList("while (i < 9) { i = i + 1; if (act()) { } }");
+
+    runTokens(script.interpreter, list);
+
+    EXPECT_EQ(script["i"], "int 2");
+}
+
+TEST(Host, MakesNoControlFormOfSeveralTokens)
+{
+    EXPECT_TRUE(endsTheProcess([] {
+        Script script;
+        std::vector<ScriptToken> list;
+        parseText(script.interpreter, list, "if (1) x = 1;");
+        // Without its separator the header is a part of the statement, which has no value.
+        list.erase(list.begin() + 1);
+        runTokens(script.interpreter, list);
+    }));
+}
+
 TEST(Host, MayRunScriptsWithinScripts)
 {
     Script* host = nullptr;
