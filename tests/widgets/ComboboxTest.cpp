@@ -546,6 +546,17 @@ glPopMatrix()
     EXPECT_EQ(open, shut.substr(0, place) + list + shut.substr(place));
 }
 
+TEST_F(ComboboxDrawingGLTest, NeverLightsTheHighlightUp)
+{
+    auto& box = boxOfTwo();
+    box.open = true;
+    box.highlight = 0;
+    box.glow = 1.0F;
+
+    EXPECT_NE(callsOfRender(box).find("glColor4f(0.5, 0.25, 0.125, 0.75)\nGL_QUADS"),
+              std::string::npos);
+}
+
 TEST_F(ComboboxDrawingGLTest, DrawsTheChosenItem)
 {
     auto& box = boxOfTwo();

@@ -225,6 +225,17 @@ TEST_F(SliderDrag, TakesAPlaceAtMinusFiveForNone)
     EXPECT_EQ(slider.value, 0.625F);
 }
 
+TEST_F(SliderDrag, TakesAPlaceAtMinusFiveUpwardForNoneToo)
+{
+    auto& slider = make<Slider>("s", nullptr, Vector(0.0F, -6.0F), Vector(0.0F, 2.0F));
+    point(slider, 0.0F, -5.0F, true);
+
+    slider.onPointer(0.0F, -4.75F);
+    EXPECT_EQ(slider.value, 0.5F);
+    slider.onPointer(0.0F, -4.5F);
+    EXPECT_EQ(slider.value, 0.625F);
+}
+
 TEST_F(SliderDrag, DoesNothingOnADiagonal)
 {
     auto& slider = make<Slider>("s", nullptr, Vector(), Vector(2.0F, 2.0F));
