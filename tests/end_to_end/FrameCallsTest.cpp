@@ -175,8 +175,6 @@ void windowPlate(Frame& f, double w, double h, const Look& look)
     f.enable("GL_BLEND");
     f.plate(w, h, look.chamfer * h, look.chamfer);
     f.mode("GL_FILL");
-    f.disable("GL_TEXTURE_2D");
-    f.colour(look.edge * look.dim, 1);
 }
 
 /// A window up to its children, which `endWindow` closes.
@@ -189,6 +187,8 @@ void window(Frame& f, double x, double y, double w, double h, const Look& look, 
     // The cut's share is the width of the window's lines.
     f.call("glLineWidth", look.chamfer);
     windowPlate(f, w, h, look);
+    f.disable("GL_TEXTURE_2D");
+    f.colour(look.edge * look.dim, 1);
     f.line(-w / 2, h / 2 - 0.06, w / 2, h / 2 - 0.06);
     f.colour(look.text);
     f.translate(-w / 2 + look.chamfer * h, h / 2 - 0.06 + fontSize / 3);
@@ -345,6 +345,8 @@ void pages(Frame& f)
     f.translate(-0.8667 + w / 2, 0.25 + h / 2);
     f.call("glLineWidth", panel.lineWidth);
     windowPlate(f, w, h, panel);
+    f.colour(panel.edge * panel.dim, 1);
+    f.disable("GL_TEXTURE_2D");
     f.line(-w / 2, h / 2 - 0.08, w / 2, h / 2 - 0.08);
     f.pop();
     f.push();
