@@ -272,7 +272,7 @@ private:
     bool readBones()
     {
         std::sscanf(lineText().c_str(), "Bones: %d", &boneCount);
-        if (!memoryHolds((sizeof(Bone) + sizeof(Bone*)) * toSize(boneCount)))
+        if (!memoryHolds((sizeof(Bone) + sizeof(void*)) * toSize(boneCount)))
             return false;
         model.bones.resize(toSize(boneCount));
         for (std::size_t i = 0; i < model.bones.size(); ++i) {

@@ -1,5 +1,6 @@
 #include "textures/TextureRegistry.h"
 
+#include "maths/Memory.h"
 #include "textures/PNGReader.h"
 #include "textures/TGAReader.h"
 
@@ -44,7 +45,10 @@ struct Freeing
 /// memory that is only taken where it is written. What the memory does not hold is not uploaded.
 void uploadUnread(std::uint32_t& id, Image image, const TextureKey& key)
 {
-    const std::unique_ptr<void, Freeing> zeros(std::calloc(image.pixelCount(), 4 * sizeof(float)));
+    constexpr std::size_t pixelSize = 4 * sizeof(float);
+    const bool isHeld = memoryHolds(saturatingProduct(image.pixelCount(), pixelSize));
+    const std::unique_ptr<void, Freeing> zeros(isHeld ? std::calloc(image.pixelCount(), pixelSize)
+                                                      : nullptr);
     image.pixels = static_cast<float*>(zeros.get());
     if (image.pixels == nullptr)
         image.width = image.height = 0;

@@ -33,6 +33,11 @@ void* operator new(std::size_t size)
     return object;
 }
 
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept
+{
+    return std::malloc(size == 0 ? 1 : size);
+}
+
 void operator delete(void* object) noexcept
 {
     std::free(object);

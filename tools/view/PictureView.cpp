@@ -232,17 +232,20 @@ void PictureView::draw()
     glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
     glBindTexture(GL_TEXTURE_2D, texture);
     glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_REPLACE);
-    const int right = left() + scaled(picture.width);
-    const int bottom = top() + scaled(picture.height);
+    // Worked out here, since nothing may be asked of OpenGL inside a primitive.
+    const int x = left();
+    const int y = top();
+    const int right = x + scaled(picture.width);
+    const int bottom = y + scaled(picture.height);
     glBegin(GL_QUADS);
     glTexCoord2i(0, 0);
-    glVertex2i(left(), top());
+    glVertex2i(x, y);
     glTexCoord2i(0, 1);
-    glVertex2i(left(), bottom);
+    glVertex2i(x, bottom);
     glTexCoord2i(1, 1);
     glVertex2i(right, bottom);
     glTexCoord2i(1, 0);
-    glVertex2i(right, top());
+    glVertex2i(right, y);
     glEnd();
     glBindTexture(GL_TEXTURE_2D, 0);
     glPopAttrib();
