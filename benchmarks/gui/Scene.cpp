@@ -1,16 +1,14 @@
 #include "benchmarks/gui/Scene.h"
 
+#include "benchmarks/support/NoOpWindow.h"
 #include "gui/GLWidget.h"
 
-#include <SDL.h>
 #include <fcntl.h>
 #include <unistd.h>
 
-#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <utility>
 
 namespace tamor::bench
 {
@@ -51,19 +49,7 @@ void workInOwnDirectory()
 
 void openScene()
 {
-    // Without threads of the driver's own, the processor time of this one is all there is.
-    for (const auto& [name, value] : {std::pair{"GALLIUM_NOOP", "1"},
-                                      {"LIBGL_ALWAYS_SOFTWARE", "1"},
-                                      {"GALLIUM_THREAD", "0"},
-                                      {"LP_NUM_THREADS", "0"},
-                                      {"SDL_VIDEODRIVER", "x11"}})
-        setenv(name, value, 1);
-    if (SDL_Init(SDL_INIT_VIDEO | SDL_INIT_NOPARACHUTE) != 0 ||
-        SDL_SetVideoMode(800, 600, 24, SDL_OPENGL) == nullptr) {
-        std::fprintf(stderr, "no window: %s; run this by scripts/bench\n", SDL_GetError());
-        std::exit(2);
-    }
-
+    openNoOpWindow();
     workInOwnDirectory();
     GLWidget::readConfig("gui.conf");
 }
@@ -82,5 +68,10 @@ void drawFrame()
     GLWidget::mouseButtons(false, false, false);
     GLWidget::updateAll(16);
     GLWidget::renderAll();
+}
+
+bool isSceneDrawn()
+{
+    return !feedbackOf(drawFrame).empty();
 }
 } // namespace tamor::bench

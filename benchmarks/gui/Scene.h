@@ -10,8 +10,7 @@ namespace tamor::bench
 /// standard error stream go nowhere.
 void workInOwnDirectory();
 
-/// Opens a window of 800 by 600 pixels on DISPLAY, with Mesa's no-op driver behind it, works in a
-/// directory of its own and loads the font. Ends the program, in words, if it cannot.
+/// Opens the window of `openNoOpWindow`, works in a directory of its own and loads the font.
 void openScene();
 
 /// The layout of `count` widgets, a multiple of 20. Each program links a Layout.cpp of its own:
@@ -24,4 +23,7 @@ void loadScene(const std::string& layout);
 
 /// What the demonstration does in a frame with mouse activity.
 void drawFrame();
+
+/// Whether a frame draws anything.
+bool isSceneDrawn();
 } // namespace tamor::bench

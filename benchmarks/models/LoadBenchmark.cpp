@@ -137,6 +137,7 @@ void BM_load_tinyobjloader(benchmark::State& state)
         std::string error;
         tinyobj::LoadObj(&attributes, &shapes, &materials, &warning, &error, path.c_str());
         require(attributes.vertices.size() == 3 * torusVertices &&
+                    attributes.vertices[0] == 13.0F &&
                     shapes.at(0).mesh.indices.size() == 3 * torusTriangles,
                 "tinyobjloader");
     }
@@ -153,6 +154,9 @@ void BM_load_assimp(benchmark::State& state)
         Assimp::Importer importer;
         const aiScene* scene = importer.ReadFile(path, 0);
         require(scene != nullptr && scene->mMeshes[0]->mNumFaces == torusTriangles, "assimp");
+        const aiMesh& mesh = *scene->mMeshes[0];
+        // The first corner of the first triangle is the first vertex.
+        require(mesh.mVertices[mesh.mFaces[0].mIndices[0]].x == 13.0F, "assimp");
     }
     countBytes(state, path);
 }

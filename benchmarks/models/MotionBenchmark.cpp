@@ -58,9 +58,59 @@ void countVertices(benchmark::State& state)
                             static_cast<std::int64_t>(torusVertices * sizeof(Vertex)));
 }
 
+/// The matrix that `poseBone` moves each bone's vertices by.
+std::vector<Matrix> boneMatrices(const Model& model)
+{
+    std::vector<Matrix> matrices;
+    for (const Bone* bone : model.bones) {
+        Matrix matrix;
+        if (bone->parent != nullptr)
+            matrix = matrices[static_cast<std::size_t>(bone->parent->index)];
+        matrix.translate(bone->position.x, bone->position.y, bone->position.z);
+        matrix.rotate(0, 0, bone->rotation.z);
+        matrix.rotate(0, bone->rotation.y, 0);
+        matrix.rotate(bone->rotation.x, 0, 0);
+        matrices.push_back(matrix);
+    }
+    return matrices;
+}
+
+/// Ends the run when vertices of the model's size are not where the model's are.
+void requireSamePlaces(const Model& model, const float* positions)
+{
+    for (std::size_t i = 0; i < model.vertices.size(); ++i) {
+        const Vector& p = model.vertices[i].position;
+        const float* q = positions + i * sizeof(Vertex) / sizeof(float);
+        const float distance =
+            std::max({std::abs(p.x - q[0]), std::abs(p.y - q[1]), std::abs(p.z - q[2])});
+        if (distance > 1e-4F) {
+            std::fprintf(stderr, "wrong result: vertex %zu\n", i);
+            std::exit(1);
+        }
+    }
+}
+
+/// The vertices where the bones have them, worked out one by one.
+std::vector<Vertex> posedVertices(const Model& model)
+{
+    const std::vector<Matrix> matrices = boneMatrices(model);
+    std::vector<Vertex> vertices = model.restVertices;
+    for (std::size_t b = 0; b < model.bones.size(); ++b) {
+        for (const std::int32_t index : model.bones[b]->attached) {
+            Vector& position = vertices[static_cast<std::size_t>(index)].position;
+            const Vector& absolute = model.bones[b]->absolute;
+            position = matrices[b].transformPoint(position.x - absolute.x, position.y - absolute.y,
+                                                  position.z - absolute.z);
+        }
+    }
+    return vertices;
+}
+
 void BM_pose_Model(benchmark::State& state)
 {
     Model& model = torus();
+    pose(model);
+    requireSamePlaces(model, &posedVertices(model)[0].position.x);
     for (auto _ : state) {
         pose(model);
         benchmark::ClobberMemory();
@@ -80,38 +130,6 @@ void BM_pose_memcpy(benchmark::State& state)
     countVertices(state);
 }
 BENCHMARK(BM_pose_memcpy)->Unit(benchmark::kMicrosecond);
-
-/// The matrix that `poseBone` moves each bone's vertices by.
-[[maybe_unused]] std::vector<Matrix> boneMatrices(const Model& model)
-{
-    std::vector<Matrix> matrices;
-    for (const Bone* bone : model.bones) {
-        Matrix matrix;
-        if (bone->parent != nullptr)
-            matrix = matrices[static_cast<std::size_t>(bone->parent->index)];
-        matrix.translate(bone->position.x, bone->position.y, bone->position.z);
-        matrix.rotate(0, 0, bone->rotation.z);
-        matrix.rotate(0, bone->rotation.y, 0);
-        matrix.rotate(bone->rotation.x, 0, 0);
-        matrices.push_back(matrix);
-    }
-    return matrices;
-}
-
-/// Ends the run when a peer's vertices are not where the model's are.
-[[maybe_unused]] void requireSamePlaces(const Model& model, const float* positions)
-{
-    for (std::size_t i = 0; i < model.vertices.size(); ++i) {
-        const Vector& p = model.vertices[i].position;
-        const float* q = positions + i * sizeof(Vertex) / sizeof(float);
-        const float distance =
-            std::max({std::abs(p.x - q[0]), std::abs(p.y - q[1]), std::abs(p.z - q[2])});
-        if (distance > 1e-4F) {
-            std::fprintf(stderr, "wrong result: vertex %zu\n", i);
-            std::exit(1);
-        }
-    }
-}
 
 #ifdef TAMOR_HAS_GLM
 struct GLMVertex
@@ -199,9 +217,29 @@ void countArrays(benchmark::State& state)
                             static_cast<std::int64_t>(torusTriangles * 36 * 3));
 }
 
+/// Ends the run when the arrays do not hold what each corner's vertex does.
+void requireCorners(const Model& model, const CornerArrays& arrays)
+{
+    const auto isAt = [](const std::vector<float>& floats, std::size_t corner, const Vector& v) {
+        const float* const place = &floats.at(3 * corner);
+        return place[0] == v.x && place[1] == v.y && place[2] == v.z;
+    };
+    for (std::size_t corner = 0; corner < 3 * torusTriangles; ++corner) {
+        const Face& face = model.faces[corner / 3];
+        const Vertex& vertex = model.vertices[static_cast<std::size_t>(face.vertex[corner % 3])];
+        if (!isAt(arrays.positions, corner, vertex.position) ||
+            !isAt(arrays.colours, corner, face.colour) ||
+            !isAt(arrays.normals, corner, vertex.normal)) {
+            std::fprintf(stderr, "wrong result: corner %zu\n", corner);
+            std::exit(1);
+        }
+    }
+}
+
 void BM_fill_CornerArrays(benchmark::State& state)
 {
     const Model& model = torus();
+    requireCorners(model, makeCornerArrays(model, false, false));
     for (auto _ : state) {
         const CornerArrays arrays = makeCornerArrays(model, false, false);
         benchmark::DoNotOptimize(arrays.positions[0]);

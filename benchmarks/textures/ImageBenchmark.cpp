@@ -7,7 +7,7 @@
 // Both leave what they allocate, as an upload does. "bytes_per_second" counts the bytes made, four
 // a pixel. Run by scripts/bench, or by hand under a display.
 
-#include "benchmarks/textures/NoOpWindow.h"
+#include "benchmarks/support/NoOpWindow.h"
 #include "textures/Image.h"
 
 #include <GL/gl.h>
