@@ -102,10 +102,11 @@ void drawBuffers(const Model& model)
         glDrawArrays(GL_TRIANGLES, 0, static_cast<GLsizei>(model.faces.size() * 3));
 }
 
-void fillBuffer(std::uint32_t name, const std::vector<float>& data)
+template <typename Item>
+void fillBuffer(std::uint32_t name, const std::vector<Item>& data)
 {
     glBindBuffer(GL_ARRAY_BUFFER, name);
-    glBufferData(GL_ARRAY_BUFFER, static_cast<GLsizeiptr>(data.size() * sizeof(float)), data.data(),
+    glBufferData(GL_ARRAY_BUFFER, static_cast<GLsizeiptr>(data.size() * sizeof(Item)), data.data(),
                  GL_DYNAMIC_DRAW);
 }
 } // namespace

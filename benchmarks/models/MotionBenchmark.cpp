@@ -20,6 +20,7 @@
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
@@ -220,16 +221,15 @@ void countArrays(benchmark::State& state)
 /// Ends the run when the arrays do not hold what each corner's vertex does.
 void requireCorners(const Model& model, const CornerArrays& arrays)
 {
-    const auto isAt = [](const std::vector<float>& floats, std::size_t corner, const Vector& v) {
-        const float* const place = &floats.at(3 * corner);
-        return place[0] == v.x && place[1] == v.y && place[2] == v.z;
+    const auto isSame = [](const Attribute<3>& attribute, const Vector& v) {
+        return attribute.values == std::array{v.x, v.y, v.z};
     };
     for (std::size_t corner = 0; corner < 3 * torusTriangles; ++corner) {
         const Face& face = model.faces[corner / 3];
         const Vertex& vertex = model.vertices[static_cast<std::size_t>(face.vertex[corner % 3])];
-        if (!isAt(arrays.positions, corner, vertex.position) ||
-            !isAt(arrays.colours, corner, face.colour) ||
-            !isAt(arrays.normals, corner, vertex.normal)) {
+        if (!isSame(arrays.positions.at(corner), vertex.position) ||
+            !isSame(arrays.colours.at(corner), face.colour) ||
+            !isSame(arrays.normals.at(corner), vertex.normal)) {
             std::fprintf(stderr, "wrong result: corner %zu\n", corner);
             std::exit(1);
         }

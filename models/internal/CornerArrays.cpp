@@ -6,25 +6,20 @@ namespace tamor
 {
 namespace
 {
-constexpr std::size_t floatsAFace = 9;
-constexpr std::size_t texCoordsAFace = 6;
-
 /// Writes x, y, z. Returns what follows them.
-float* put(float* out, const Vector& vector)
+Attribute<3>* put(Attribute<3>* out, const Vector& vector)
 {
-    out[0] = vector.x;
-    out[1] = vector.y;
-    out[2] = vector.z;
-    return out + 3;
+    out->values = {vector.x, vector.y, vector.z};
+    return out + 1;
 }
 
 /// Writes all but the texture coordinates; `normalOf` tells the normal of a face's corner.
 template <typename NormalOf>
 void fill(CornerArrays& arrays, const Model& model, const NormalOf& normalOf)
 {
-    float* position = arrays.positions.data();
-    float* colour = arrays.colours.data();
-    float* normal = arrays.normals.data();
+    Attribute<3>* position = arrays.positions.data();
+    Attribute<3>* colour = arrays.colours.data();
+    Attribute<3>* normal = arrays.normals.data();
     for (const Face& face : model.faces) {
         for (const std::int32_t index : face.vertex) {
             const Vertex& vertex = vertexAt(model.vertices, index);
@@ -38,11 +33,11 @@ void fill(CornerArrays& arrays, const Model& model, const NormalOf& normalOf)
 
 CornerArrays makeCornerArrays(const Model& model, bool flat, bool withTexCoords)
 {
-    const std::size_t faceCount = model.faces.size();
+    const std::size_t cornerCount = model.faces.size() * 3;
     CornerArrays arrays;
-    arrays.positions.resize(faceCount * floatsAFace);
-    arrays.colours.resize(faceCount * floatsAFace);
-    arrays.normals.resize(faceCount * floatsAFace);
+    arrays.positions.resize(cornerCount);
+    arrays.colours.resize(cornerCount);
+    arrays.normals.resize(cornerCount);
 
     if (flat)
         fill(arrays, model, [](const Face& face, const Vertex&) { return face.normal; });
@@ -51,13 +46,13 @@ CornerArrays makeCornerArrays(const Model& model, bool flat, bool withTexCoords)
     if (!withTexCoords)
         return arrays;
 
-    arrays.texCoords.resize(faceCount * texCoordsAFace);
-    float* texCoord = arrays.texCoords.data();
+    arrays.texCoords.resize(cornerCount);
+    Attribute<2>* texCoord = arrays.texCoords.data();
     for (const Face& face : model.faces) {
         for (const std::int32_t index : face.vertex) {
             const Vertex& vertex = vertexAt(model.vertices, index);
-            *texCoord++ = vertex.u;
-            *texCoord++ = vertex.v;
+            texCoord->values = {vertex.u, vertex.v};
+            ++texCoord;
         }
     }
     return arrays;
