@@ -20,37 +20,6 @@ using script::headerKeywords;
 using script::Keyword;
 using script::returnKeyword;
 
-/// About how many tokens a text has outside of the parentheses of calls and headers, and hardly ever
-/// fewer: words, and what is neither word nor space. To grow a list by doubling takes half of a long
-/// text's time.
-std::size_t countTokens(std::string_view text)
-{
-    std::size_t count = 0;
-    std::size_t depth = 0;
-    bool isInWord = false;
-    bool isBehindWord = false;
-    for (std::size_t at = 0; at < text.size(); ++at) {
-        const char character = text[at];
-        const auto classes = characterClasses[static_cast<unsigned char>(character)];
-        const bool isWord = (classes & (NUMBER_CHARACTER | NAME_CHARACTER)) != 0;
-        const bool isSpace = (classes & SPACE_CHARACTER) != 0;
-        if (depth == 0 && (isWord ? !isInWord : !isSpace))
-            count += character == '{' || character == '}' ? 2 : 1;
-        if (character == '(' && (depth > 0 || isBehindWord))
-            ++depth;
-        else if (character == ')' && depth > 0)
-            --depth;
-        isInWord = isWord;
-        isBehindWord = isWord || (isSpace && isBehindWord);
-        // What stands in a string is one token.
-        if (character == '"') {
-            for (++at; at < text.size() && text[at] != '"'; ++at)
-                at += text[at] == '\'' ? 1 : 0;
-        }
-    }
-    return count;
-}
-
 /// One text on its way into a list.
 class Parser
 {
@@ -59,6 +28,7 @@ public:
            script::PositionWriter* writer)
         : interpreter(owner),
           out(list),
+          target(&list),
           text(wholeText),
           stretches(wholeText),
           positions(writer),
@@ -68,7 +38,8 @@ public:
     void parseAll()
     {
         const std::size_t needed =
-            out.size() + (interpreter.currentFunction == nullptr ? countTokens(text) : 0);
+            out.size() + (interpreter.currentFunction == nullptr ? stretches.countTokens(text) : 0);
+        // To grow a list by doubling takes half of a long text's time.
         // Room for a few tokens is made when they come, so that many short texts cost no more.
         if (needed > 2 * out.capacity())
             out.reserve(needed);
@@ -78,7 +49,7 @@ public:
 private:
     void parse()
     {
-        while (!scanner.atEnd())
+        for (scanner.skipSpace(); !scanner.atEnd(); scanner.skipSpace())
             parseItem();
     }
 
@@ -101,42 +72,50 @@ private:
 
     ScriptInterpreter& interpreter;
     std::vector<ScriptToken>& out;
+    /// The list, or that of the arguments that are being parsed.
+    std::vector<ScriptToken>* target;
     std::string_view text;
     script::Stretches stretches;
     /// Null where nobody asks for positions.
     script::PositionWriter* positions;
     /// The rest of the text, or of the piece of an argument list that is being parsed.
     Scanner scanner;
-    /// The tokens of the argument lists that are being parsed.
-    std::vector<ScriptToken> arguments;
-    int argumentDepth = 0;
 };
+
+constexpr auto operatorTexts = [] {
+    std::array<std::string_view, scriptOperatorCount> texts;
+    std::copy(std::begin(scriptOperators), std::end(scriptOperators), texts.begin());
+    return texts;
+}();
 
 /// For each character, the first row of the operators that begins with it.
 constexpr std::array<std::uint8_t, 256> firstOperators = [] {
     std::array<std::uint8_t, 256> rows{};
     rows.fill(scriptOperatorCount);
     for (std::uint8_t row = scriptOperatorCount; row-- > 0;)
-        rows[static_cast<unsigned char>(scriptOperators[row][0])] = row;
+        rows[static_cast<unsigned char>(operatorTexts[row].front())] = row;
     return rows;
 }();
 
 /// Whether a word may be one of the keywords, which are looked for in names only.
 bool mayBeKeyword(std::string_view word)
 {
-    return script::keywordLetters.find(word.front()) != std::string_view::npos;
+    static constexpr auto begins = [] {
+        std::array<bool, 256> letters{};
+        for (const char letter : script::keywordLetters)
+            letters[static_cast<unsigned char>(letter)] = true;
+        return letters;
+    }();
+    return begins[static_cast<unsigned char>(word.front())];
 }
 
 /// Appends a token where tokens go at present: to the function being defined, or to the list.
 ScriptToken& Parser::emit(std::int32_t kind)
 {
-    ScriptFunction* const function = interpreter.currentFunction;
     if (positions != nullptr)
-        positions->emit(interpreter, argumentDepth > 0);
-    std::vector<ScriptToken>& list = argumentDepth > 0 ? arguments : out;
-    ScriptToken& token = (function != nullptr ? function->body : list).emplace_back();
-    token.kind = kind;
-    return token;
+        positions->emit(interpreter, target != &out);
+    ScriptFunction* const function = interpreter.currentFunction;
+    return (function != nullptr ? function->body : *target).emplace_back(kind);
 }
 
 ScriptToken& Parser::emitWithArguments(std::int32_t kind, std::vector<ScriptToken> args)
@@ -148,11 +127,9 @@ ScriptToken& Parser::emitWithArguments(std::int32_t kind, std::vector<ScriptToke
     return token;
 }
 
-/// The order of the tests is the language: the first that applies wins.
+/// What stands behind space. The order of the tests is the language: the first that applies wins.
 void Parser::parseItem()
 {
-    if (scanner.startsWith(SPACE_CHARACTER))
-        return scanner.skipSpace();
     if (positions != nullptr)
         positions->begin(positionOf(scanner.text().data()));
     // Meant: every "-" at the front begins a number, so `a - 1` has no operator in it;
@@ -270,7 +247,7 @@ bool Parser::parseOperator()
     // `ParseText.ReadsNotEqualAsTwoOperators` holds it.
     const auto front = static_cast<unsigned char>(scanner.text().front());
     for (std::int32_t row = firstOperators[front]; row < scriptOperatorCount; ++row) {
-        if (scanner.skip(scriptOperators[row])) {
+        if (scanner.skip(operatorTexts[static_cast<std::size_t>(row)])) {
             emit(row);
             return true;
         }
@@ -298,7 +275,6 @@ std::vector<ScriptToken> Parser::parseArguments(std::string_view inner)
 {
     // Meant: every comma cuts, in a nested call and in a string too;
     // `ParseText.CutsArgumentsAtEveryComma` holds it.
-    const std::size_t outer = arguments.size();
     const auto commaIn = [&](std::string_view rest) {
         const std::size_t comma = stretches.comma(positionOf(rest.data()));
         return std::min(comma - positionOf(rest.data()), rest.size());
@@ -307,9 +283,12 @@ std::vector<ScriptToken> Parser::parseArguments(std::string_view inner)
         positions->beginArguments();
     const bool hasPieces =
         !inner.empty() && (commaIn(inner) < inner.size() || !Scanner(inner).isAllSpace());
+    std::vector<ScriptToken> args;
+    if (hasPieces)
+        args.reserve(stretches.countTokens(inner) + 1);
     const Scanner behind = scanner;
     ScriptFunction* const outerFunction = interpreter.currentFunction;
-    ++argumentDepth;
+    std::vector<ScriptToken>* const outerTarget = std::exchange(target, &args);
     for (bool more = hasPieces; more;) {
         const std::size_t length = commaIn(inner);
         more = length < inner.size();
@@ -323,14 +302,10 @@ std::vector<ScriptToken> Parser::parseArguments(std::string_view inner)
         interpreter.currentFunction = outerFunction;
         inner.remove_prefix(more ? length + 1 : length);
     }
-    --argumentDepth;
+    target = outerTarget;
     scanner = behind;
     if (positions != nullptr)
         positions->endArguments();
-    const auto first = arguments.begin() + static_cast<std::ptrdiff_t>(outer);
-    std::vector<ScriptToken> args(std::make_move_iterator(first),
-                                  std::make_move_iterator(arguments.end()));
-    arguments.erase(first, arguments.end());
     return args;
 }
 } // namespace

@@ -47,6 +47,8 @@ struct ScriptToken
 {
     /// A `TOK_ARGEND`.
     ScriptToken() = default;
+    /// Without value, name and arguments.
+    explicit ScriptToken(std::int32_t newKind) : kind(newKind) {}
     ScriptToken(std::int32_t newKind, ScriptValue newValue, std::string newName)
         : kind(newKind), value(std::move(newValue)), name(std::move(newName))
     {}

@@ -1,6 +1,5 @@
 #include "script/internal/Scanner.h"
 
-#include <algorithm>
 #include <charconv>
 #include <limits>
 #include <stdexcept>
@@ -10,11 +9,13 @@ namespace tamor
 std::string_view Scanner::readVariablePath()
 {
     Scanner ahead = *this;
-    while (ahead.startsWith(NAME_CHARACTER) || ahead.startsWith('[')) {
+    for (;;) {
+        ahead.readName();
+        if (!ahead.startsWith('['))
+            break;
         while (ahead.skip("["))
             ahead.readNumberText();
-        // Behind a name character this is the character itself, behind an index its "]". Meant:
-        // or whatever else stands there, so a computed index cannot be written;
+        // The "]". Meant: or whatever else stands there, so a computed index cannot be written;
         // `ReadVariablePath.TakesOneCharacterBehindAnIndexWhateverItIs` holds it.
         ahead.take(1);
     }
@@ -38,7 +39,9 @@ std::string Scanner::readStringLiteral()
     take(1);
     std::string content;
     while (!startsWith('"')) {
-        const std::size_t plain = std::min(rest.find_first_of("\"'"), rest.size());
+        std::size_t plain = 0;
+        while (plain < rest.size() && rest[plain] != '"' && rest[plain] != '\'')
+            ++plain;
         content += take(plain);
         if (skip("'") || atEnd())
             content += take(1);

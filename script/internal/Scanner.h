@@ -32,6 +32,11 @@ inline constexpr std::array<unsigned char, 256> characterClasses = [] {
     return classes;
 }();
 
+constexpr unsigned characterClass(char character)
+{
+    return characterClasses[static_cast<unsigned char>(character)];
+}
+
 /// The rest of a text. To read is to take from its front.
 class Scanner
 {
@@ -40,13 +45,23 @@ public:
 
     bool atEnd() const { return rest.empty(); }
     std::string_view text() const { return rest; }
-    bool startsWith(std::string_view prefix) const { return rest.starts_with(prefix); }
+
+    /// By a loop of its own: what is asked for is short, and seldom there.
+    bool startsWith(std::string_view prefix) const
+    {
+        if (prefix.size() > rest.size())
+            return false;
+        for (std::size_t i = 0; i < prefix.size(); ++i)
+            if (rest[i] != prefix[i])
+                return false;
+        return true;
+    }
+
     bool startsWith(char character) const { return !rest.empty() && rest.front() == character; }
 
     bool startsWith(CharacterClass characters) const
     {
-        return !rest.empty() &&
-               (characterClasses[static_cast<unsigned char>(rest.front())] & characters) != 0;
+        return !rest.empty() && (characterClass(rest.front()) & characters) != 0;
     }
 
     /// True when every character that is left is space; true at the end.
@@ -75,8 +90,7 @@ public:
     std::string_view takeRun(CharacterClass characters)
     {
         std::size_t length = 0;
-        while (length < rest.size() &&
-               (characterClasses[static_cast<unsigned char>(rest[length])] & characters) != 0)
+        while (length < rest.size() && (characterClass(rest[length]) & characters) != 0)
             ++length;
         return take(length);
     }

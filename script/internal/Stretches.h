@@ -1,5 +1,6 @@
 /// \file
-/// Where the parentheses of a text are closed, and where its commas are. Not for hosts.
+/// Where the parentheses of a text are closed, where its commas are, and how many tokens stand between
+/// them. Not for hosts.
 #pragma once
 
 #include <cstddef>
@@ -23,8 +24,13 @@ public:
     /// The position of the first comma from a position on, or npos.
     std::size_t comma(std::size_t from);
 
+    /// About how many tokens a piece of the text gives outside of the parentheses of its calls and
+    /// headers: hardly ever fewer, and never many more than it has characters outside of strings.
+    std::size_t countTokens(std::string_view piece);
+
 private:
     void scan(std::size_t open);
+    std::size_t countParticular(std::string_view piece, std::size_t at, std::size_t& count);
 
     std::string_view text;
     /// Positions of parentheses and of what closes them, in the order of the former; all of those

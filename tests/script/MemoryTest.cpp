@@ -122,6 +122,23 @@ TEST(Memory, OfNestedGroupsIsInProportionToThem)
     EXPECT_LT(bytes, 200002 * 2 * sizeof(ScriptToken));
 }
 
+TEST(Memory, OfListsIsWhatTheirTokensTake)
+{
+    const std::string text =
+        "sum = a[0][12] + 2 * (b - -1.5);\n"
+        "if (sum <= limit && x++) { print(\"a (string) it''s\", f(1) == g); }\n"
+        "for (i = 0; i < 3; i = i + 1) { h( ); }\n";
+    std::vector<ScriptToken> list;
+
+    memoryOfTokens(repeated(text, 100), list);
+
+    const std::size_t tokens = 28;
+    ASSERT_EQ(list.size(), tokens * 100);
+    EXPECT_EQ(list.capacity(), list.size());
+    for (const std::size_t at : {12U, 16U, 20U, 24U})
+        EXPECT_EQ(list[at].args.capacity(), list[at].args.size()) << at;
+}
+
 TEST(Memory, OfAListThatIsParsedIntoAgainGrowsAsTheListDoes)
 {
     std::vector<ScriptToken> list;
