@@ -19,6 +19,7 @@
 /// FILE.
 #include "platform/GLee.h"
 
+#include "art/TGAWriter.h"
 #include "examples/Host.h"
 #include "textures/Image.h"
 #include "textures/TextureRegistry.h"
@@ -26,7 +27,6 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
-#include <fstream>
 #include <string>
 #include <vector>
 
@@ -77,21 +77,17 @@ bool runProcedure(Image& image, const std::string& name, Words& words)
     return false;
 }
 
-/// A 32-bit TGA file of run packets of one pixel each: the engine reads no other kind than packets.
-void writeTGA(const Image& image, const std::string& path)
+/// The pixels as a TGA file has them: bytes, blue first.
+std::vector<std::uint8_t> bytesOf(const Image& image)
 {
-    std::ofstream file(path, std::ios::binary);
-    file << std::string("\0\0\12\0\0\0\0\0\0\0\0\0", 12);
-    for (const std::int32_t side : {image.width, image.height})
-        file << static_cast<char>(side & 255) << static_cast<char>(side >> 8);
-    file << "\40\10"; // bits a pixel, and of alpha
+    std::vector<std::uint8_t> bytes;
     for (std::size_t n = 0; n < image.pixelCount() * 4; n += 4) {
-        file << '\x80';
         for (const std::size_t channel : {2, 1, 0, 3}) {
             const float value = std::clamp(image.pixels[n + channel], 0.0F, 1.0F);
-            file << static_cast<char>(static_cast<int>(value * 255.0F + 0.5F));
+            bytes.push_back(static_cast<std::uint8_t>(value * 255.0F + 0.5F));
         }
     }
+    return bytes;
 }
 
 /// Shows an image on a square in the middle of the window.
@@ -162,6 +158,9 @@ int main(int argumentCount, char** arguments)
     while (words.place < words.all.size())
         if (!runProcedure(image, words.take(), words))
             return 1;
-    writeTGA(image, out);
+    if (!tools::writeTGA(out, size, size, 4, bytesOf(image))) {
+        std::fprintf(stderr, "%s cannot be written\n", out.c_str());
+        return 1;
+    }
     return isShown ? runHost<Preview>(image, screenshot) : 0;
 }

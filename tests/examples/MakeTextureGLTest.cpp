@@ -77,6 +77,15 @@ TEST(MakeTextureGLTest, FailsWhereNoWindowOpens)
                                 "Error sending openwindow event\n");
 }
 
+TEST(MakeTextureGLTest, SaysThatItsFileCannotBeWritten)
+{
+    const TemporaryDirectory directory;
+
+    EXPECT_EQ(runExample({EXAMPLE_MAKE_TEXTURE, "none/out.tga", "2", "invert"},
+                         "none/out.tga cannot be written\n"),
+              1);
+}
+
 TEST(MakeTextureGLTest, RefusesAnUnknownProcedure)
 {
     const TemporaryDirectory directory;
