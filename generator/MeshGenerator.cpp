@@ -247,10 +247,11 @@ TerrainMesh imageTerrain(Image image, float scaleX, float scaleY, float scaleZ)
 namespace
 {
 /// The terrain of an image made for it alone, which is let go.
-TerrainMesh consume(Image& image, float scaleX, float scaleY, float scaleZ)
+TerrainMesh terrainOfOwn(Image& image, float scaleX, float scaleY, float scaleZ)
 {
     TerrainMesh mesh = imageTerrain(image, scaleX, scaleY, scaleZ);
-    // Meant: no code frees an image, so four pixels of it are left for good.
+    // Meant: no code frees an image, so four pixels of it are left for good. A host that counts
+    // what is allocated finds them; `MeshGenerator.LetsGoOfItsImages` holds it.
     constexpr std::array<std::uint8_t, 16> transparentBlack = {};
     image.setFromBytes(2, 2, true, transparentBlack.data());
     return mesh;
@@ -267,7 +268,7 @@ TerrainMesh fileTerrain(const std::string& file, float scaleX, float scaleY, flo
     if (!holdsMesh(image.width, image.height))
         return {};
     image.blur(fileBlurRadius);
-    return consume(image, scaleX, scaleY, scaleZ);
+    return terrainOfOwn(image, scaleX, scaleY, scaleZ);
 }
 
 TerrainMesh noiseTerrain(std::int32_t size, std::int32_t octaves, float frequency, float amplitude,
@@ -279,7 +280,7 @@ TerrainMesh noiseTerrain(std::int32_t size, std::int32_t octaves, float frequenc
     Image image;
     image.clear(size, size);
     image.perlin(octaves, frequency, amplitude, frequencyFactor, amplitudeFactor);
-    return consume(image, scaleX, scaleY, scaleZ);
+    return terrainOfOwn(image, scaleX, scaleY, scaleZ);
 }
 
 void putIntoModel(Model& model, TerrainMesh mesh)

@@ -175,8 +175,9 @@ void Model::animateBone(std::int32_t index, float time)
 
 std::int32_t Model::update(float time)
 {
-    // Meant: without frames a time that is not 0 never leaves these loops, as the caller owns time;
-    // nothing else decides how the animation loops.
+    // Meant: without frames a time that is not 0 never leaves these loops. A host owns the time, and
+    // gives a model without frames none;
+    // `ModelUpdateOnce.NeverReturnsFromATimeWithoutFrames` holds it.
     const auto length = static_cast<float>(frameCount);
     while (time < 0.0F)
         time += length;

@@ -268,7 +268,8 @@ bool Font::printLines(std::string_view text) const
         const std::string_view line = text.substr(0, newline);
         glPushMatrix();
         glLoadIdentity();
-        // Meant: the step is not scaled by the caller's modelview matrix; see `Font::print`.
+        // Meant: the step is not scaled by the caller's modelview matrix; the lines of a text box
+        // are placed by it. `FontGLTest.PrintsEachLineLowerInEyeCoordinates` holds it.
         glTranslatef(0, static_cast<float>(i) * -lineStep * scaleY, 0);
         modelview.multiplyModelview();
         glScalef(scaleX, scaleY, 0);

@@ -95,7 +95,8 @@ std::unique_ptr<FunctionCode> Machine::lower(const ScriptFunction& function)
 {
     auto code = std::make_unique<FunctionCode>();
     code->tokens = function;
-    // Meant: steps of 2 through names and their TOK_ARGENDs; the last token is no name.
+    // Meant: steps of 2 through names and their TOK_ARGENDs, so a parameter that is no name is told
+    // by its token's place; `Calls.BindTheNamesInFrontOfOneThatIsNone` holds it.
     for (std::size_t i = 0; i + 1 < function.parameters.size(); i += 2) {
         const ScriptToken& parameter = function.parameters[i];
         code->hasBadParameter = parameter.kind != TOK_VARIABLE;

@@ -1,5 +1,6 @@
 #include "tests/models/Matchers.h"
 #include "tests/models/ModelBuilding.h"
+#include "tests/support/ChildProcess.h"
 #include "tests/support/TestWindow.h"
 
 #include <gtest/gtest.h>
@@ -491,6 +492,17 @@ TEST(ModelUpdateOnce, AnimatesARootAndItsChildren)
     EXPECT_EQ(first.position.x, 1.0F);
     EXPECT_EQ(child.position.x, 2.0F);
     EXPECT_EQ(second.position.x, 3.0F);
+}
+
+TEST(ModelUpdateOnce, NeverReturnsFromATimeWithoutFrames)
+{
+    for (const float time : {0.5F, -0.5F}) {
+        BonedModel model;
+        EXPECT_TRUE(runsForEver([&] { model.update(time); })) << time;
+    }
+
+    BonedModel model;
+    EXPECT_EQ(model.update(0), 0);
 }
 
 TEST(ModelUpdateOnce, LeavesVerticesToRendering)

@@ -1,6 +1,7 @@
 #include "tests/support/ChildProcess.h"
 
 #include <sys/prctl.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -129,6 +130,18 @@ std::string ChildProcess::output() const
 std::string ChildProcess::errors() const
 {
     return contents(errorFile);
+}
+
+bool runsForEver(const std::function<void()>& body)
+{
+    ChildProcess child([&body] {
+        const rlimit limit = {1, 1};
+        setrlimit(RLIMIT_CPU, &limit);
+        body();
+        return 0;
+    });
+    const int signal = child.wait().signal;
+    return signal == SIGXCPU || signal == SIGKILL;
 }
 
 bool becomesTrue(const std::function<bool()>& condition, std::chrono::milliseconds limit)

@@ -60,6 +60,9 @@ private:
     ProcessEnd end;
 };
 
+/// Whether `body` goes on through a second of processor time, in a copy of this process.
+bool runsForEver(const std::function<void()>& body);
+
 /// Asks `condition` every few milliseconds until it is true or `limit` has gone by. Returns its
 /// last answer.
 bool becomesTrue(const std::function<bool()>& condition,
