@@ -8,7 +8,7 @@ packages_to_build=(
     g++ cmake ninja-build pkg-config
     libsdl1.2-dev libgl-dev libglu1-mesa-dev libglew-dev libfreetype-dev zlib1g-dev
     libgl1-mesa-dri fontconfig fonts-dejavu-core
-    libpng-dev libedit-dev
+    libpng-dev libedit-dev help2man
 )
 packages_for_a_display=(xvfb xdotool imagemagick)
 packages_to_test=(libgtest-dev libgmock-dev libx11-dev libxdamage-dev apitrace)

@@ -38,7 +38,7 @@ constexpr tools::Option options[] = {
 };
 
 constexpr std::string_view usage =
-    "usage: tamor-check [--format text|json] [--kind KIND] [--codes] FILE|DIRECTORY|- ...\n";
+    "Usage: tamor-check [--format text|json] [--kind KIND] [--codes] FILE|DIRECTORY|- ...\n";
 
 constexpr std::string_view introduction =
     "\n"

@@ -30,7 +30,7 @@ constexpr tools::Option options[] = {
     {"--version", "", "print the version and end"},
 };
 
-constexpr const char* usage = "usage: tamor-script [--load LIBRARY]... [--tokens] [--trace] "
+constexpr const char* usage = "Usage: tamor-script [--load LIBRARY]... [--tokens] [--trace] "
                               "[--time] [--no-check] [FILE | -e TEXT]\n";
 
 constexpr const char* introduction =

@@ -31,7 +31,7 @@ constexpr tools::Option options[] = {
     {"--version", "", "print the version and end"},
 };
 
-constexpr const char* usage = "usage: tamor-view [--size WIDTHxHEIGHT] [--no-reload] "
+constexpr const char* usage = "Usage: tamor-view [--size WIDTHxHEIGHT] [--no-reload] "
                               "[--screenshot FILE.png] FILE\n";
 
 constexpr const char* keys = R"(

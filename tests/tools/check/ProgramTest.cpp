@@ -16,7 +16,7 @@ using testing::HasSubstr;
 using testing::StartsWith;
 
 const std::string usage =
-    "usage: tamor-check [--format text|json] [--kind KIND] [--codes] FILE|DIRECTORY|- ...\n";
+    "Usage: tamor-check [--format text|json] [--kind KIND] [--codes] FILE|DIRECTORY|- ...\n";
 
 const std::string theme = "1 1 1\n1 0.71 0.16\n0.8 0.8 0.8\n0.3 0.3 0.3\n1\n0.8\n2\n0.005\n0.1\n"
                           "0.003\n0.04 0.05\n0.7 1\n0.005 -0.005 0\n0.1\nNULL\n1\n";

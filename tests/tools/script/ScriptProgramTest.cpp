@@ -12,7 +12,7 @@ namespace tamor::test
 {
 namespace
 {
-const std::string usage = "usage: tamor-script [--load LIBRARY]... [--tokens] [--trace] [--time] "
+const std::string usage = "Usage: tamor-script [--load LIBRARY]... [--tokens] [--trace] [--time] "
                           "[--no-check] [FILE | -e TEXT]\n";
 
 /// What a run of a program came to.

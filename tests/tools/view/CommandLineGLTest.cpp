@@ -9,7 +9,7 @@ namespace tamor::test
 {
 namespace
 {
-const std::string usage = "usage: tamor-view [--size WIDTHxHEIGHT] [--no-reload] "
+const std::string usage = "Usage: tamor-view [--size WIDTHxHEIGHT] [--no-reload] "
                           "[--screenshot FILE.png] FILE\n";
 
 // A display that no server answers to counts as none.
