@@ -83,11 +83,10 @@ TEST_F(TheCheckOfIncludes, KeepsWhatIsInternalToItsFolder)
               "tools/script/Run.cpp:1: script/internal/Scanner.h is private to script/\n");
 }
 
-TEST_F(TheCheckOfIncludes, LeavesTestsBenchmarksAndFuzzersFree)
+TEST_F(TheCheckOfIncludes, LeavesTestsAndBenchmarksFree)
 {
     write("tests/app/Test.cpp", "app/Application.h");
     write("benchmarks/models/Benchmark.cpp", "models/internal/CornerArrays.h");
-    write("fuzz/Fuzzer.cpp", "textures/internal/FormatText.h");
 
     EXPECT_EQ(check(0), "");
 }
