@@ -112,30 +112,6 @@ std::unique_ptr<FunctionCode> Machine::lower(const ScriptFunction& function)
 
 // ------------------------------------------------------------------------------------------- Calls
 
-void Machine::call(const Instruction& instruction, ScriptValue* lists)
-{
-    const CallSite& site = *instruction.site;
-    // The variable that takes the value is created before the call is made, and so are those that
-    // are its arguments.
-    if (instruction.to != nullptr && instruction.to->kind == CellKind::VARIABLE &&
-        instruction.to->place == &elsewhere)
-        find(*instruction.to);
-    for (std::uint32_t i = 0; i < site.count; ++i)
-        if (site.arguments[i]->place == &elsewhere)
-            find(*site.arguments[i]);
-
-    Callee& callee = *site.callee;
-    if (callee.epoch != epoch)
-        renew(callee);
-    if (callee.builtin != nullptr)
-        return callBuiltin(instruction, callee, lists);
-    if (callee.code != nullptr)
-        return callFunction(instruction, callee, lists);
-    std::cerr << "cannot find reference to " << callee.name << std::endl;
-    hostActed();
-    deliver(instruction, {}, lists);
-}
-
 void Machine::callBuiltin(const Instruction& instruction, const Callee& callee, ScriptValue* lists)
 {
     const CallSite& site = *instruction.site;
@@ -153,14 +129,33 @@ void Machine::callBuiltin(const Instruction& instruction, const Callee& callee, 
     deliver(instruction, std::move(result), lists);
 }
 
-void Machine::callFunction(const Instruction& instruction, Callee& callee, ScriptValue* lists)
+/// Gives the parameters their arguments; their values from before are kept in their shadows.
+///
+/// Meant: one shadow for each name and no stack of them, so a recursive call loses its caller's
+/// values; `Calls.LoseTheOutermostValueOfAParameterInARecursion` holds it.
+/// Meant: the second parameter receives the third argument, and so on;
+/// `Calls.BindEverySecondArgument` holds it.
+/// \return the number of parameters that have received one
+inline std::size_t Machine::bind(const FunctionCode& code, const CallSite& site)
+{
+    if (site.count != 1 || code.parameters.empty() || site.arguments[0]->kind == CellKind::PATH ||
+        site.arguments[0] == code.parameters[0].shadow)
+        return bindAny(code, site);
+    assignVariable(*code.parameters[0].shadow, *code.parameters[0].variable);
+    assignVariable(*code.parameters[0].variable, *site.arguments[0]);
+    return 1;
+}
+
+// Part of `call`, or the two would save the machine's registers one after the other.
+[[gnu::always_inline]] inline void Machine::callFunction(const Instruction& instruction,
+                                                         Callee& callee, ScriptValue* lists)
 {
     const CallSite& site = *instruction.site;
     FunctionCode& code = *callee.code;
     const ActiveCall active(*this, code);
     const auto mark = values.mark();
     const std::uint64_t startEpoch = epoch;
-    const std::size_t bound = bind(code, site.arguments, site.count);
+    const std::size_t bound = bind(code, site);
     for (std::uint32_t i = 0; i < site.count; ++i)
         if (site.arguments[i]->kind == CellKind::REGISTER)
             release(*site.arguments[i]);
@@ -185,27 +180,41 @@ void Machine::callFunction(const Instruction& instruction, Callee& callee, Scrip
         deliver(instruction, takeListValue(*inner), lists);
 }
 
+void Machine::call(const Instruction& instruction, ScriptValue* lists)
+{
+    const CallSite& site = *instruction.site;
+    // The variable that takes the value is created before the call is made, and so are those that
+    // are its arguments.
+    if (instruction.to != nullptr && instruction.to->kind == CellKind::VARIABLE &&
+        instruction.to->place == &elsewhere)
+        find(*instruction.to);
+    for (std::uint32_t i = 0; i < site.count; ++i)
+        if (site.arguments[i]->place == &elsewhere)
+            find(*site.arguments[i]);
+
+    Callee& callee = *site.callee;
+    if (callee.epoch != epoch)
+        renew(callee);
+    if (callee.builtin != nullptr)
+        return callBuiltin(instruction, callee, lists);
+    if (callee.code != nullptr)
+        return callFunction(instruction, callee, lists);
+    std::cerr << "cannot find reference to " << callee.name << std::endl;
+    hostActed();
+    deliver(instruction, {}, lists);
+}
+
 // -------------------------------------------------------------------------------------- Parameters
 
-/// Gives the parameters their arguments; their values from before are kept in their shadows.
-///
-/// Meant: one shadow for each name and no stack of them, so a recursive call loses its caller's
-/// values; `Calls.LoseTheOutermostValueOfAParameterInARecursion` holds it.
-/// Meant: the second parameter receives the third argument, and so on;
-/// `Calls.BindEverySecondArgument` holds it.
-/// \return the number of parameters that have received one
-std::size_t Machine::bind(const FunctionCode& code, Cell* const* arguments, std::size_t count)
+/// Gives the parameters their arguments, as `bind` says, by way of copies: all arguments have their
+/// values before the first parameter changes.
+std::size_t Machine::bindAny(const FunctionCode& code, const CallSite& site)
 {
-    const std::size_t bound = std::min(code.parameters.size(), (count + 1) / 2);
-    if (bound == 1 && count == 1 && arguments[0]->kind != CellKind::PATH &&
-        arguments[0] != code.parameters[0].shadow) {
-        assignVariable(*code.parameters[0].shadow, *code.parameters[0].variable);
-        assignVariable(*code.parameters[0].variable, *arguments[0]);
-    } else if (bound > 0) {
-        // All arguments have their values before the first parameter changes.
-        ScriptValue* const row = values.take(count);
-        for (std::size_t i = 0; i < count; ++i)
-            assign(row[i], read(*arguments[i]));
+    const std::size_t bound = std::min(code.parameters.size(), (site.count + std::size_t{1}) / 2);
+    if (bound > 0) {
+        ScriptValue* const row = values.take(site.count);
+        for (std::size_t i = 0; i < site.count; ++i)
+            assign(row[i], read(*site.arguments[i]));
         for (std::size_t i = 0; i < bound; ++i) {
             Variable& variable = *code.parameters[i].variable;
             assignVariable(*code.parameters[i].shadow, variable);
@@ -214,7 +223,7 @@ std::size_t Machine::bind(const FunctionCode& code, Cell* const* arguments, std:
             settle(variable, place);
         }
     }
-    if (code.hasBadParameter && 2 * code.parameters.size() < count)
+    if (code.hasBadParameter && 2 * code.parameters.size() < site.count)
         sayBadParameter(2 * code.parameters.size());
     return bound;
 }

@@ -53,7 +53,8 @@ struct Variable : Cell
     std::string name;
 };
 
-/// A path that is more than a name.
+/// A path that is more than a name. Its `place` is good for the instruction behind an AIM only, as
+/// elements move when their array grows.
 struct Path : Cell
 {
     /// Null for a path of an unusual form, which is resolved by its text.

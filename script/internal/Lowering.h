@@ -72,6 +72,7 @@ private:
     Cell& call(const ScriptToken& token);
     void lowerArguments(Tokens args);
     Cell& copied(Cell& cell);
+    void aim(Cell& cell);
 
     // Cells.
     Cell& constant(const ScriptValue& literal);

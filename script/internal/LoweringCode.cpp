@@ -13,10 +13,18 @@ Cell& Lowering::copied(Cell& cell)
     if (!isName(cell))
         return cell;
     Cell& copy = takeRegister();
+    aim(cell);
     Instruction& instruction = emit(Opcode::COPY);
     instruction.to = &copy;
     instruction.a = &cell;
     return copy;
+}
+
+/// Has a path refer to its element for the next instruction.
+void Lowering::aim(Cell& cell)
+{
+    if (cell.kind == CellKind::PATH && static_cast<const Path&>(cell).root != nullptr)
+        emit(Opcode::AIM).a = &cell;
 }
 
 Cell& Lowering::constant(const ScriptValue& literal)
@@ -113,6 +121,7 @@ Instruction& Lowering::jumpOn(Cell& condition, std::size_t begin, bool isLoop)
         if (last.opcode == Opcode::EQUAL)
             return become(Opcode::IF_EQUAL, Opcode::LOOP_EQUAL);
     }
+    aim(condition);
     Instruction& instruction = emit(isLoop ? Opcode::LOOP : Opcode::IF);
     instruction.a = &condition;
     return instruction;

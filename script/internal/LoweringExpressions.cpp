@@ -182,6 +182,8 @@ Cell& Lowering::computed(std::int32_t kind, Cell& left, Cell& right)
 {
     giveBack(right);
     giveBack(left);
+    aim(left);
+    aim(right);
     Instruction& instruction = emit(opcodeOf(kind));
     instruction.row = static_cast<std::uint8_t>(kind);
     instruction.a = &left;
@@ -214,9 +216,17 @@ Cell& Lowering::assigned(Cell& left, Cell& right, const Order::Step& step)
         if (last.opcode <= Opcode::COMPUTE || isPlainCopy || isPlainCall) {
             last.to = &left;
             giveBack(right);
+            if (!isPlainCall) {
+                const Instruction writing = last;
+                program.code.pop_back();
+                aim(left);
+                program.code.push_back(writing);
+            }
             return left;
         }
     }
+    aim(left);
+    aim(right);
     Instruction& instruction = emit(Opcode::COPY);
     instruction.to = &left;
     instruction.a = &right;
@@ -235,6 +245,8 @@ Cell& Lowering::counted(const Order::Step& step, Cell& left, Cell& right)
                                                    (isName(right) && step.left == nowhere));
     giveBack(right);
     giveBack(left);
+    aim(left);
+    aim(right);
     Instruction& instruction = emit(isAlone ? Opcode::COUNT : Opcode::STEP);
     instruction.row = static_cast<std::uint8_t>(step.kind);
     instruction.a = &left;

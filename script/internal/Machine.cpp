@@ -160,6 +160,10 @@ void Machine::compute(const Instruction& instruction, ScriptValue* lists)
 /// Makes a variable a copy of a cell's value, whatever they hold.
 void Machine::assignAny(Variable& to, Cell& from)
 {
+    if (to.place != &elsewhere && from.place != &elsewhere) {
+        // The copy is as plain as what it is copied from.
+        return assign(*to.place, *from.place);
+    }
     const ScriptValue& value = read(from);
     ScriptValue& place = *find(to);
     assign(place, value);
@@ -210,6 +214,14 @@ void Machine::giveValue(const Instruction& instruction, ScriptValue* lists)
 /// An assignment, or a copy on its way to a register.
 void Machine::copy(const Instruction& instruction, ScriptValue* lists)
 {
+    ScriptValue& from = *instruction.a->place;
+    ScriptValue& to = *instruction.to->place;
+    if (instruction.row == 0 && &from != &elsewhere && &to != &elsewhere) {
+        // Nothing is to be looked up, and the copy is as plain as what it is copied from.
+        if (instruction.keep >= 0 && isTrue(from))
+            assign(lists[instruction.keep], from);
+        return assign(to, from);
+    }
     const auto [left, right] = places(*instruction.to, *instruction.a);
     const ScriptValue& value = right != nullptr ? *right : nothing.value;
     if (instruction.keep >= 0 && isTrue(value))
@@ -249,14 +261,10 @@ void Machine::step(const Instruction& instruction, ScriptValue* lists)
     deliver(instruction, std::move(result), lists);
 }
 
-void assign(ScriptValue& to, const ScriptValue& from)
+void assignElements(ScriptValue& to, const ScriptValue& from)
 {
     if (&to == &from)
         return;
-    if (to.items.empty() && from.items.empty()) {
-        to = from;
-        return;
-    }
     ScriptValue copy(from);
     to = std::move(copy);
 }

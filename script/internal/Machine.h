@@ -131,7 +131,8 @@ private:
     void callFunction(const Instruction& instruction, Callee& callee, ScriptValue* lists);
     void renew(Callee& callee);
     std::unique_ptr<FunctionCode> lower(const ScriptFunction& function);
-    std::size_t bind(const FunctionCode& code, Cell* const* arguments, std::size_t count);
+    std::size_t bind(const FunctionCode& code, const CallSite& site);
+    std::size_t bindAny(const FunctionCode& code, const CallSite& site);
     void unbind(const FunctionCode& code, const Callee& callee, std::size_t count);
     void assignVariable(Variable& to, Cell& from);
     void assignAny(Variable& to, Cell& from);
@@ -162,10 +163,25 @@ private:
     std::size_t runDepth = 0;
 };
 
-/// Makes a variable a copy of a cell's value.
+/// Makes `to` a copy of `from`, of which one has elements; either may be an element of the other.
+void assignElements(ScriptValue& to, const ScriptValue& from);
+
+/// Makes `to` a copy of `from`; either may be an element of the other.
+inline void assign(ScriptValue& to, const ScriptValue& from)
+{
+    if (!to.items.empty() || !from.items.empty())
+        return assignElements(to, from);
+    to.type = from.type;
+    to.number = from.number;
+    to.reserved = from.reserved;
+    to.text = from.text;
+}
+
+/// Makes a variable a copy of a cell's value, which is no path.
 inline void Machine::assignVariable(Variable& to, Cell& from)
 {
-    if (isSimple(to.place->type) && isSimple(from.place->type))
+    const std::int32_t types = to.place->type | from.place->type;
+    if (areNumbers(types) || (isSimple(to.place->type) && isSimple(from.place->type)))
         copyPlain(*to.place, *from.place);
     else
         assignAny(to, from);
@@ -173,9 +189,6 @@ inline void Machine::assignVariable(Variable& to, Cell& from)
 
 /// The value of a list, of which only the member that the tag selects means anything.
 ScriptValue takeListValue(ScriptValue& list);
-
-/// Makes `to` a copy of `from`; either may be an element of the other.
-void assign(ScriptValue& to, const ScriptValue& from);
 
 /// The meaning of "++" and "--" on two places, of which one may be an element of the other.
 ScriptValue applyStep(ScriptValue& left, std::int32_t kind, ScriptValue& right);

@@ -33,6 +33,7 @@ enum class Opcode : std::uint8_t
     COPY,  ///< to = a; where `row` is 1, `a` is a register that nobody reads again
     COUNT, ///< "++" or "--" behind or in front of a variable: `a`, or `b` where `a` is missing
     STEP,  ///< any other "++" or "--"
+    AIM,   ///< lets the path `a` refer to its element for the next instruction, if it is there
     TOUCH, ///< looks `a` up, which creates it, before a call is evaluated
     CALL,
     KEEP, ///< lets `a` be a statement's value

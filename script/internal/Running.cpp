@@ -3,6 +3,7 @@
 
 #include <cmath>
 #include <functional>
+#include <type_traits>
 
 namespace tamor::script
 {
@@ -176,6 +177,21 @@ bool isCounted(const Instruction& instruction)
     return true;
 }
 
+/// Lets the fast instructions find a path's element, if it is there: then to look it up changes
+/// nothing.
+void aim(Path& path)
+{
+    ScriptValue* value = path.root->place;
+    for (const unsigned index : path.indices) {
+        if (value->type != TYPE_ARRAY || index >= value->items.size()) {
+            path.place = &elsewhere;
+            return;
+        }
+        value = &value->items[index];
+    }
+    settle(path, *value);
+}
+
 /// Counts braces that are passed.
 void addBraces(ScriptInterpreter& interpreter, std::int32_t count)
 {
@@ -236,7 +252,15 @@ bool Machine::compare(const Instruction& instruction, bool (*general)(const Scri
 {
     const ScriptValue& a = *instruction.a->place;
     const ScriptValue& b = *instruction.b->place;
-    return areNumbers(a.type | b.type) ? Test::test(a, b) : holds(instruction, general);
+    if (areNumbers(a.type | b.type))
+        return Test::test(a, b);
+    if (std::is_same_v<Test, Equal> && a.type == TYPE_STRING && b.type == TYPE_STRING) {
+        const bool areEqual = a.text == b.text;
+        release(*instruction.b);
+        release(*instruction.a);
+        return areEqual;
+    }
+    return holds(instruction, general);
 }
 
 /// Where a loop goes on: at the next pass, of which it counts the brace, or behind itself.
@@ -274,6 +298,7 @@ bool Machine::execute(const Program& program, ScriptValue* lists, std::size_t at
         case Opcode::COPY: if (!isCopied(*in, lists)) copy(*in, lists); ++in; break;
         case Opcode::COUNT: if (!isCounted(*in)) step(*in, lists); ++in; break;
         case Opcode::STEP: step(*in++, lists); break;
+        case Opcode::AIM: aim(static_cast<Path&>(*in++->a)); break;
         case Opcode::TOUCH: find(*in++->a); break;
         case Opcode::CALL: call(*in++, lists); break;
         case Opcode::KEEP: keep(*in++, lists); break;

@@ -300,6 +300,55 @@ TEST(Host, FindsACopyOfAllThatItLeftInALiteral)
     EXPECT_EQ(script.interpreter.variables["z"].reserved, 0U);
 }
 
+TEST(Elements, AreFoundWhereTheyAreWhenTheirArrayGrows)
+{
+    Script script("a[0] = 1; a[1] = 2; "
+                  "for (i = 0; i < 3; i = i + 1) {"
+                  "    a[0] = a[0] + a[1] * 2;"
+                  "    a[1000] = i;"
+                  "    x = a[0] + a[2000];"
+                  "    b = a[i + 1000];"
+                  "}");
+
+    EXPECT_EQ(script.evaluated("a[0]"), "int 13");
+    EXPECT_EQ(script.evaluated("a[1000]"), "int 2");
+    EXPECT_EQ(script["x"], "null");
+    EXPECT_EQ(script.interpreter.variables["a"].items.size(), 2001U);
+}
+
+TEST(Elements, AreFoundAnewWhenTheHostHasRun)
+{
+    Script* host = nullptr;
+    HostedScript script([&]() -> ScriptValue {
+        host->interpreter.variables["a"] = array({10, array({20})});
+        return 0;
+    });
+    host = &script;
+
+    script.run("a[0] = 1; a[1][0] = 2; x = 0;"
+               "while (x < 60) { x = a[0] + a[1][0] + x; act(); if (x == 3) { y = a[1][0]; } }");
+
+    EXPECT_EQ(script["x"], "int 63");
+    EXPECT_EQ(script["y"], "int 20");
+}
+
+TEST(Elements, HoldNothingOldInANewResult)
+{
+    Script script;
+    ScriptValue& element = script.interpreter.variables["a"].arrayElement(0);
+    element.setString("an old text");
+    element.setInt(3);
+    element.reserved = 7;
+
+    script.run("b[0] = 1; b[0] = a[0]; a[0] = a[0] + 1;");
+
+    EXPECT_EQ(element.number, 4);
+    EXPECT_EQ(element.text, "");
+    EXPECT_EQ(element.reserved, 0U);
+    EXPECT_EQ(script.interpreter.variables["b"].items[0].text, "an old text");
+    EXPECT_EQ(script.interpreter.variables["b"].items[0].reserved, 7U);
+}
+
 TEST(EvaluateTokens, CountsAnElementBesideItsOwnArray)
 {
     Script script("a[2] = 5; a[0] ++ a; b[2] = 5; b ++ b[0]; x = 1;");
