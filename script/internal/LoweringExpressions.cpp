@@ -329,8 +329,10 @@ void Lowering::lowerArguments(Tokens args)
             continue;
         if (at > start) {
             Cell& cell = value(args.subspan(start, at - start));
-            // A name is read when the call is made, unless a later argument may change it.
-            arguments.push_back(lastImpure > at ? &copied(cell) : &cell);
+            // A name is read when the call is made, unless a later argument may change it, or see
+            // that an element has been read.
+            const bool isSeen = cell.kind == CellKind::PATH && at + 1 < args.size();
+            arguments.push_back(isSeen || lastImpure > at ? &copied(cell) : &cell);
         }
         start = at + 1;
     }

@@ -588,6 +588,17 @@ TEST(Calls, EvaluateArgumentsThatAreNotBound)
     EXPECT_EQ(script["x"], "int 5");
 }
 
+TEST(Calls, EvaluateArgumentsFromTheLeft)
+{
+    // To read an element makes an array of its variable, which a sum then has no value for.
+    Script script("func f(p, q) { first = p; last = q; }"
+                  "a = 0; f(a[1], 0, 7 + a);"
+                  "x = last; b = 0; f(7 + b, 0, b[1]);");
+
+    EXPECT_EQ(script["x"], "null");
+    EXPECT_EQ(script["first"], "int 7");
+}
+
 TEST(Calls, PutTheOldValuesOfParametersBack)
 {
     Script script("a = 7; func f(a) { a = a + 1; seen-a = a; } f(1);");

@@ -349,6 +349,31 @@ TEST(Elements, HoldNothingOldInANewResult)
     EXPECT_EQ(script.interpreter.variables["b"].items[0].reserved, 7U);
 }
 
+TEST(Elements, BecomeArraysAgainWithWhatTheyHeld)
+{
+    Script script;
+    ScriptValue& element = script.interpreter.variables["a"].arrayElement(0);
+    element.arrayElement(0) = ScriptValue(5);
+    element.setInt(3);
+
+    script.run("x = a[0][0] + 1;");
+
+    EXPECT_EQ(script["x"], "int 6");
+    EXPECT_EQ(script["a"], "[[int 5]]");
+}
+
+TEST(EvaluateTokens, ComparesTheWholeOfTwoTexts)
+{
+    Script script(
+        "s = \"red\"; x = 0; y = 0; i = 0;"
+        "while (i < 2) { if (s == \"tan\") { x = x + 1; } if (s == \"red\") { y = y + 1; }"
+        " i = i + 1; }"
+        "while (s + \"der\" == \"redder\") { s = 1; y = y + 1; }");
+
+    EXPECT_EQ(script["x"], "int 0");
+    EXPECT_EQ(script["y"], "int 3");
+}
+
 TEST(EvaluateTokens, CountsAnElementBesideItsOwnArray)
 {
     Script script("a[2] = 5; a[0] ++ a; b[2] = 5; b ++ b[0]; x = 1;");
