@@ -1,6 +1,8 @@
 #include "tools/CommandLine.h"
 
 #include <algorithm>
+#include <cstdlib>
+#include <iostream>
 #include <numeric>
 
 namespace tamor::tools
@@ -27,6 +29,20 @@ std::size_t editDistance(std::string_view from, std::string_view to)
         }
     }
     return row.back();
+}
+
+/// A line for each option.
+std::string describe(std::span<const Option> options)
+{
+    std::string text;
+    for (const Option& option : options) {
+        std::string line = "  " + std::string(option.name);
+        if (!option.value.empty())
+            line += " " + std::string(option.value);
+        line.resize(std::max(line.size() + 2, helpColumn), ' ');
+        text += line + std::string(option.help) + "\n";
+    }
+    return text;
 }
 } // namespace
 
@@ -96,16 +112,22 @@ std::vector<std::string> CommandLine::values(std::string_view option) const
     return result;
 }
 
-std::string describeOptions(std::span<const Option> options)
+int refuse(const Tool& tool, const std::string& fault)
 {
-    std::string text;
-    for (const Option& option : options) {
-        std::string line = "  " + std::string(option.name);
-        if (!option.value.empty())
-            line += " " + std::string(option.value);
-        line.resize(std::max(line.size() + 2, helpColumn), ' ');
-        text += line + std::string(option.help) + "\n";
-    }
-    return text;
+    std::cerr << tool.name << ": " << fault << '\n' << tool.usage;
+    return tool.wrongCall;
+}
+
+std::optional<int> answer(const Tool& tool, const CommandLine& line)
+{
+    if (!line.fault().empty())
+        return refuse(tool, line.fault());
+    if (line.has("--help"))
+        std::cout << tool.usage << tool.introduction << describe(tool.options) << tool.conclusion;
+    else if (line.has("--version"))
+        std::cout << tool.name << " " TAMOR_VERSION "\n";
+    else
+        return std::nullopt;
+    return EXIT_SUCCESS;
 }
 } // namespace tamor::tools

@@ -2,6 +2,7 @@
 /// The command line of a tool: one table of options, from which reading and help are made.
 #pragma once
 
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -48,6 +49,22 @@ private:
     std::string faultText;
 };
 
-/// The options of a table, one a line, for a tool's help.
-std::string describeOptions(std::span<const Option> options);
+/// What a tool is called, and what it says of itself. Its help is the usage, the introduction, a line
+/// for each option, and the conclusion.
+struct Tool
+{
+    std::string_view name;
+    std::string_view usage;
+    std::string_view introduction;
+    std::span<const Option> options; ///< "--help" and "--version" among them
+    std::string_view conclusion;
+    int wrongCall; ///< its exit status for a call that it refuses
+};
+
+/// Prints what is wrong with a call, and the usage. Returns `wrongCall`.
+int refuse(const Tool& tool, const std::string& fault);
+
+/// Refuses a line that has a fault, and prints the help or the version if it asks for them.
+/// \return the exit status; nothing if the line is the tool's to carry out
+std::optional<int> answer(const Tool& tool, const CommandLine& line);
 } // namespace tamor::tools

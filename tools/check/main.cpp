@@ -14,6 +14,7 @@
 #include <filesystem>
 #include <iostream>
 #include <iterator>
+#include <optional>
 
 namespace tamor::check
 {
@@ -52,11 +53,7 @@ constexpr std::string_view conclusion =
     "The exit status is 0 if nothing was found, 1 for warnings, 2 for errors, and 3 if a\n"
     "file could not be read or the call is wrong. NO_COLOR turns colours off.\n";
 
-int refuse(const std::string& fault)
-{
-    std::cerr << "tamor-check: " << fault << "\n" << usage;
-    return failed;
-}
+constexpr tools::Tool tool = {"tamor-check", usage, introduction, options, conclusion, failed};
 
 void listCodes()
 {
@@ -161,7 +158,7 @@ int run(const tools::CommandLine& line)
 {
     const std::string format = valueOf(line, "--format", "text");
     if (format != "text" && format != "json")
-        return refuse("no format '" + format + "': text or json");
+        return refuse(tool, "no format '" + format + "': text or json");
     std::optional<FileKind> kind;
     const std::string kindWord = valueOf(line, "--kind", "");
     std::vector<std::string_view> words;
@@ -171,9 +168,9 @@ int run(const tools::CommandLine& line)
             kind = each.kind;
     }
     if (line.has("--kind") && !kind)
-        return refuse("no kind '" + kindWord + "'" + didYouMean(kindWord, words));
+        return refuse(tool, "no kind '" + kindWord + "'" + didYouMean(kindWord, words));
     if (line.operands().empty())
-        return refuse("nothing to check");
+        return refuse(tool, "nothing to check");
 
     Run run(kind);
     for (const std::string& operand : line.operands())
@@ -193,16 +190,8 @@ int main(int count, char** words)
 {
     using namespace tamor::check;
     const tamor::tools::CommandLine line(options, count, words);
-    if (!line.fault().empty())
-        return refuse(line.fault());
-    if (line.has("--help")) {
-        std::cout << usage << introduction << tamor::tools::describeOptions(options) << conclusion;
-        return 0;
-    }
-    if (line.has("--version")) {
-        std::cout << "tamor-check " TAMOR_VERSION "\n";
-        return 0;
-    }
+    if (const std::optional<int> status = answer(tool, line))
+        return *status;
     if (line.has("--codes")) {
         listCodes();
         return 0;

@@ -17,8 +17,6 @@ namespace
 using namespace tamor;
 using namespace tamor::scripts;
 
-constexpr int wrongCall = 2;
-
 constexpr tools::Option options[] = {
     {"--load", "LIBRARY", "take the functions of a file first; may be given again"},
     {"-e", "TEXT", "run this text and show the value that it leaves"},
@@ -39,11 +37,7 @@ constexpr const char* introduction =
     "error stream. They may call sqrt(x), length(x) and item(array, i).\n"
     "\n";
 
-int refuse(const std::string& reason)
-{
-    std::cerr << "tamor-script: " << reason << '\n' << usage;
-    return wrongCall;
-}
+constexpr tools::Tool tool = {"tamor-script", usage, introduction, options, "", 2};
 
 void showErrors(const std::string& name, const std::string& text)
 {
@@ -67,7 +61,7 @@ int loadLibraries(const tools::CommandLine& line, Session& session)
     for (const std::string& library : line.values("--load")) {
         const std::optional<std::string> text = readScript(library);
         if (!text)
-            return refuse("cannot read '" + library + "'");
+            return refuse(tool, "cannot read '" + library + "'");
         if (!line.has("--no-check"))
             showErrors(library, *text);
         session.load(library);
@@ -90,7 +84,7 @@ int work(const tools::CommandLine& line)
     if (!files.empty()) {
         text = readScript(files.front());
         if (!text)
-            return refuse("cannot read '" + files.front() + "'");
+            return refuse(tool, "cannot read '" + files.front() + "'");
     } else if (!texts.empty()) {
         text = texts.back();
     }
@@ -115,20 +109,12 @@ int work(const tools::CommandLine& line)
 int main(int count, char** words)
 {
     const tools::CommandLine line(options, count, words);
-    if (!line.fault().empty())
-        return refuse(line.fault());
-    if (line.has("--help")) {
-        std::cout << usage << introduction << tools::describeOptions(options);
-        return EXIT_SUCCESS;
-    }
-    if (line.has("--version")) {
-        std::cout << "tamor-script " TAMOR_VERSION "\n";
-        return EXIT_SUCCESS;
-    }
+    if (const std::optional<int> status = answer(tool, line))
+        return *status;
     const std::size_t named = line.operands().size() + line.values("-e").size();
     if (named > 1)
-        return refuse("more than one file or text is named");
+        return refuse(tool, "more than one file or text is named");
     if (named == 0 && line.has("--tokens"))
-        return refuse("no file is named for --tokens");
+        return refuse(tool, "no file is named for --tokens");
     return work(line);
 }

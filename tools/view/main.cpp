@@ -14,14 +14,13 @@
 #include <filesystem>
 #include <iostream>
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace
 {
 using namespace tamor;
 using namespace tamor::view;
-
-constexpr int wrongCall = 2;
 
 constexpr tools::Option options[] = {
     {"--size", "WIDTHxHEIGHT", "the window's size in pixels, otherwise 800x600"},
@@ -45,6 +44,8 @@ Models:       drag turns, wheel + - zoom, space plays and pauses, comma and full
 Pictures:     wheel + - zoom, 0 fits, drag moves, r g b a one channel, c all
 )";
 
+constexpr tools::Tool tool = {"tamor-view", usage, "\n", options, keys, 2};
+
 struct Size
 {
     int width = 800;
@@ -58,12 +59,6 @@ bool readSize(Size& size, const std::string& text)
     const int fields = std::sscanf(text.c_str(), "%dx%d%n", &size.width, &size.height, &end);
     return fields == 2 && static_cast<std::size_t>(end) == text.size() && size.width > 0 &&
            size.height > 0 && size.width <= largest && size.height <= largest;
-}
-
-int refuse(const std::string& reason)
-{
-    std::cerr << "tamor-view: " << reason << '\n' << usage;
-    return wrongCall;
 }
 
 /// Goes to the directory of the file, since a file names others from where it is used.
@@ -113,23 +108,16 @@ int show(ViewRequest request, const Size& size)
 int main(int count, char** words)
 {
     const tools::CommandLine line(options, count, words);
-    if (!line.fault().empty())
-        return refuse(line.fault());
-    if (line.has("--help")) {
-        std::cout << usage << '\n' << tools::describeOptions(options) << keys;
-        return EXIT_SUCCESS;
-    }
-    if (line.has("--version")) {
-        std::cout << "tamor-view " TAMOR_VERSION "\n";
-        return EXIT_SUCCESS;
-    }
+    if (const std::optional<int> status = answer(tool, line))
+        return *status;
     if (line.operands().size() != 1)
-        return refuse(line.operands().empty() ? "no file is named" : "more than one file is named");
+        return refuse(tool,
+                      line.operands().empty() ? "no file is named" : "more than one file is named");
 
     Size size;
     for (const std::string& text : line.values("--size"))
         if (!readSize(size, text))
-            return refuse("'" + text + "' is no size; write it as 800x600");
+            return refuse(tool, "'" + text + "' is no size; write it as 800x600");
     ViewRequest request;
     request.shownName = line.operands().front();
     request.reloads = !line.has("--no-reload");

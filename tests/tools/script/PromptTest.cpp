@@ -23,6 +23,15 @@ protected:
         return testing::AssertionSuccess();
     }
 
+    /// Types a line and waits to be asked for the rest of the statement.
+    testing::AssertionResult goesOnBehind(const std::string& line)
+    {
+        terminal.type(line + "\r");
+        if (!terminal.shows(". "))
+            return testing::AssertionFailure() << terminal.written();
+        return testing::AssertionSuccess();
+    }
+
     const TemporaryDirectory directory;
     Terminal terminal{{TAMOR_SCRIPT_PROGRAM}};
 };
@@ -44,26 +53,18 @@ TEST_F(ScriptPrompt, ShowsNoValueOfAPrint)
 
 TEST_F(ScriptPrompt, TakesAStatementOverSeveralLines)
 {
-    terminal.type("func twice(n) {\r");
-    ASSERT_TRUE(terminal.shows(". "));
-    terminal.type("n * 2;\r");
-    ASSERT_TRUE(terminal.shows(". "));
-    terminal.type("}\r");
-    ASSERT_TRUE(terminal.shows("> "));
-    terminal.type("twice(\r");
-    ASSERT_TRUE(terminal.shows(". "));
-    terminal.type("21)\r");
-    EXPECT_TRUE(terminal.shows("\n42\r\n"));
+    EXPECT_TRUE(goesOnBehind("func twice(n) {"));
+    EXPECT_TRUE(goesOnBehind("n * 2;"));
+    EXPECT_TRUE(answers("}", ""));
+    EXPECT_TRUE(goesOnBehind("twice("));
+    EXPECT_TRUE(answers("21)", "\n42\r\n"));
 }
 
 TEST_F(ScriptPrompt, WaitsForTheBlockOfAHeaderAndTheEndOfAString)
 {
-    terminal.type("if (true)\r");
-    ASSERT_TRUE(terminal.shows(". "));
-    terminal.type("{ print(\"in\r");
-    ASSERT_TRUE(terminal.shows(". "));
-    terminal.type("side\"); }\r");
-    EXPECT_TRUE(terminal.shows("in\r\nside \r\n> "));
+    EXPECT_TRUE(goesOnBehind("if (true)"));
+    EXPECT_TRUE(goesOnBehind("{ print(\"in"));
+    EXPECT_TRUE(answers("side\"); }", "in\r\nside \r\n"));
 }
 
 TEST_F(ScriptPrompt, EndsARunningScriptAtAnInterruptAndGoesOn)
