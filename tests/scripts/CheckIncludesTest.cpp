@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <ostream>
 #include <string>
 
 namespace tamor::test
@@ -43,33 +44,38 @@ TEST_F(TheCheckOfIncludes, AllowsOnesOwnFolderAndThoseBelowAtAnyDepth)
     EXPECT_EQ(check(0), "");
 }
 
-TEST_F(TheCheckOfIncludes, RefusesAFolderFromAbove)
+struct Refused
 {
-    write("gui/Layout.cpp", "widgets/Button.h");
+    const char* name;
+    const char* file;
+    const char* include;
+    const char* folder;
 
-    EXPECT_EQ(check(1), "gui/Layout.cpp:1: widgets/Button.h is not below gui/\n");
+    friend void PrintTo(const Refused& row, std::ostream* stream) { *stream << row.name; }
+};
+
+class TheCheckOfIncludesRefuses : public TheCheckOfIncludes,
+                                  public testing::WithParamInterface<Refused>
+{};
+
+TEST_P(TheCheckOfIncludesRefuses, AndSaysWhat)
+{
+    const std::string file = GetParam().file;
+    const std::string include = GetParam().include;
+    write(file, include);
+
+    EXPECT_EQ(check(1), file + ":1: " + include + " is not below " + GetParam().folder + "\n");
 }
 
-TEST_F(TheCheckOfIncludes, RefusesAFolderBeside)
-{
-    write("textures/Font.cpp", "kernel/Kernel.h");
-
-    EXPECT_EQ(check(1), "textures/Font.cpp:1: kernel/Kernel.h is not below textures/\n");
-}
-
-TEST_F(TheCheckOfIncludes, RefusesAllOfAFolderThatLendsOneHeader)
-{
-    write("models/Model.cpp", "platform/GLRender.h");
-
-    EXPECT_EQ(check(1), "models/Model.cpp:1: platform/GLRender.h is not below models/\n");
-}
-
-TEST_F(TheCheckOfIncludes, RefusesTheDemonstrationToExamples)
-{
-    write("examples/tour/Tour.cpp", "app/Application.h");
-
-    EXPECT_EQ(check(1), "examples/tour/Tour.cpp:1: app/Application.h is not below examples/\n");
-}
+INSTANTIATE_TEST_SUITE_P(
+    Rows, TheCheckOfIncludesRefuses,
+    testing::Values(Refused{"AFolderFromAbove", "gui/Layout.cpp", "widgets/Button.h", "gui/"},
+                    Refused{"AFolderBeside", "textures/Font.cpp", "kernel/Kernel.h", "textures/"},
+                    Refused{"TheRestOfAFolderThatLendsAHeader", "models/Model.cpp",
+                            "platform/GLRender.h", "models/"},
+                    Refused{"TheDemonstrationToExamples", "examples/tour/Tour.cpp",
+                            "app/Application.h", "examples/"}),
+    [](const auto& row) { return row.param.name; });
 
 TEST_F(TheCheckOfIncludes, KeepsWhatIsInternalToItsFolder)
 {

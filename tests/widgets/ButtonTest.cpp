@@ -161,66 +161,51 @@ TEST_F(ButtonState, APointerEventWithLeftUpTakesAnUnreadClickBack)
     EXPECT_FALSE(button.wasClicked());
 }
 
+struct Look
+{
+    bool isHeld;
+    float glow;
+    const char* move; ///< what a held button makes besides
+    const char* bodyColour;
+    const char* edgeColour;
+};
+
 TEST_F(ButtonDrawingGLTest, MakesTheseCallsWithACaption)
 {
     auto& button = make<Button>("ok", nullptr, Vector(1.0F, 2.0F), std::string("OK"));
+    const Look looks[] = {
+        {false, 0.0F, "", "glColor3f(0.375, 0.25, 0.125)\n", "glColor3f(0.5, 0.25, 0.125)\n"},
+        {true, 1.0F, "glTranslatef(0.0625, -0.125, 0)\n", "glColor3f(0.75, 0.5, 0.25)\n",
+         "glColor3f(1, 0.5, 0.25)\n"},
+    };
+    // It is 0.25 by 0.375 with a cut of 3 * 0.125 of its height.
+    const std::string plate =
+        "GL_POLYGON -0.125,-0.1875[0,0] -0.125,0.046875[0,0.625] 0.015625,0.1875[0.375,1] "
+        "0.125,0.1875[1,1] 0.125,-0.046875[1,0.375] -0.015625,-0.1875[1,0] -0.125,-0.1875[0,0]\n";
+    for (const Look& look : looks) {
+        button.active = look.isHeld;
+        button.glow = look.glow;
 
-    // Brightness is 0.5; the plate is 0.25 by 0.375 with a cut of 3 * 0.125 of its height.
-    EXPECT_EQ(callsOfRender(button), R"(
+        EXPECT_EQ(callsOfRender(button), std::string(R"(
 glLineWidth(2)
 glPushMatrix()
 glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA)
 glEnable(GL_BLEND)
 glDisable(GL_TEXTURE_2D)
 glDisable(GL_DEPTH_TEST)
-glTranslatef(1.125, 2.1875, 0)
+)") + look.move + R"(glTranslatef(1.125, 2.1875, 0)
 glPushMatrix()
 glPolygonMode(GL_FRONT_AND_BACK, GL_FILL)
-glColor3f(0.375, 0.25, 0.125)
-GL_POLYGON -0.125,-0.1875[0,0] -0.125,0.046875[0,0.625] 0.015625,0.1875[0.375,1] 0.125,0.1875[1,1] 0.125,-0.046875[1,0.375] -0.015625,-0.1875[1,0] -0.125,-0.1875[0,0]
-glPolygonMode(GL_FRONT_AND_BACK, GL_LINE)
-glColor3f(0.5, 0.25, 0.125)
-glDisable(GL_TEXTURE_2D)
-GL_POLYGON -0.125,-0.1875[0,0] -0.125,0.046875[0,0.625] 0.015625,0.1875[0.375,1] 0.125,0.1875[1,1] 0.125,-0.046875[1,0.375] -0.015625,-0.1875[1,0] -0.125,-0.1875[0,0]
-glPopMatrix()
+)" + look.bodyColour + plate + R"(glPolygonMode(GL_FRONT_AND_BACK, GL_LINE)
+)" + look.edgeColour + R"(glDisable(GL_TEXTURE_2D)
+)" + plate + R"(glPopMatrix()
 glPolygonMode(GL_FRONT_AND_BACK, GL_FILL)
 glColor3f(0.5, 0.25, 1)
 glTranslatef(-0.0625, -0.104167, 0)
 print "OK"
 glPopMatrix()
-)");
-}
-
-TEST_F(ButtonDrawingGLTest, MakesTheseCallsWhileHeldAndLit)
-{
-    auto& button = make<Button>("ok", nullptr, Vector(1.0F, 2.0F), std::string("OK"));
-    button.active = true;
-    button.glow = 1.0F;
-
-    EXPECT_EQ(callsOfRender(button), R"(
-glLineWidth(2)
-glPushMatrix()
-glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA)
-glEnable(GL_BLEND)
-glDisable(GL_TEXTURE_2D)
-glDisable(GL_DEPTH_TEST)
-glTranslatef(0.0625, -0.125, 0)
-glTranslatef(1.125, 2.1875, 0)
-glPushMatrix()
-glPolygonMode(GL_FRONT_AND_BACK, GL_FILL)
-glColor3f(0.75, 0.5, 0.25)
-GL_POLYGON -0.125,-0.1875[0,0] -0.125,0.046875[0,0.625] 0.015625,0.1875[0.375,1] 0.125,0.1875[1,1] 0.125,-0.046875[1,0.375] -0.015625,-0.1875[1,0] -0.125,-0.1875[0,0]
-glPolygonMode(GL_FRONT_AND_BACK, GL_LINE)
-glColor3f(1, 0.5, 0.25)
-glDisable(GL_TEXTURE_2D)
-GL_POLYGON -0.125,-0.1875[0,0] -0.125,0.046875[0,0.625] 0.015625,0.1875[0.375,1] 0.125,0.1875[1,1] 0.125,-0.046875[1,0.375] -0.015625,-0.1875[1,0] -0.125,-0.1875[0,0]
-glPopMatrix()
-glPolygonMode(GL_FRONT_AND_BACK, GL_FILL)
-glColor3f(0.5, 0.25, 1)
-glTranslatef(-0.0625, -0.104167, 0)
-print "OK"
-glPopMatrix()
-)");
+)") << look.isHeld;
+    }
 }
 
 TEST_F(ButtonDrawingGLTest, MakesTheseCallsWithAnImage)

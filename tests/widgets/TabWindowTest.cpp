@@ -491,20 +491,7 @@ glPopMatrix()
 glPopMatrix()
 glPushMatrix()
 glTranslatef(1.1875, 2.1875, 0)
-glPushMatrix()
-glPushMatrix()
-glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA)
-glEnable(GL_BLEND)
-glDisable(GL_TEXTURE_2D)
-glDisable(GL_DEPTH_TEST)
-glTranslatef(0.125, 0.1875, 0)
-glColor3f(0.5, 0.25, 1)
-glTranslatef(-0.0625, -0.104167, 0)
-print "ab"
-glPopMatrix()
-glPopMatrix()
-glPopMatrix()
-)");
+)" + std::string(callsOfChildLabel) + "glPopMatrix()\n");
     EXPECT_EQ(window->backdrop, 0U);
 }
 
