@@ -37,7 +37,7 @@ public:
     /// Sets the length of the frame that `move` moves by.
     virtual bool setFrameTime(float milliseconds) = 0;
 
-    virtual bool setPosition(Vector newPosition) = 0;
+    virtual bool setPosition(Vector newPosition) = 0; ///< without a turn
 
     /// Goes to `position` and turns towards `target`.
     virtual bool lookAt(Vector position, Vector target, Vector up) = 0;

@@ -34,12 +34,12 @@ public:
     Vector getPosition() override { return position; }
 
     Vector position;
-    Vector rotation;    ///< pitch, yaw and roll in degrees
-    Vector upAxis;      ///< as `reset` or `lookAt` set it; nothing reads it
-    Vector rightAxis;   ///< as `reset` set it; nothing reads it
-    Vector forwardAxis; ///< as `reset` or `lookAt` set it, not scaled; nothing reads it
-    float frameTime = 0.0F;
-    float moveSpeed = 0.0F;
-    float lookSpeed = 0.0F;
+    Vector rotation;        ///< pitch, yaw and roll in degrees
+    Vector upAxis;          ///< as `reset` or `lookAt` set it; nothing reads it
+    Vector rightAxis;       ///< as `reset` set it; nothing reads it
+    Vector forwardAxis;     ///< as `reset` or `lookAt` set it, not scaled; nothing reads it
+    float frameTime = 0.0F; ///< milliseconds
+    float moveSpeed = 0.0F; ///< as `reset` set it
+    float lookSpeed = 0.0F; ///< as `reset` set it
 };
 } // namespace tamor

@@ -27,9 +27,9 @@ namespace tamor
 /// only `vertex` and `normalIndex`. A mesh that the memory does not hold is empty.
 struct TerrainMesh
 {
-    std::vector<Vertex> vertices;
+    std::vector<Vertex> vertices;    ///< one a point
     std::vector<Vector> normalTable; ///< one a vertex
-    std::vector<Face> faces;
+    std::vector<Face> faces;         ///< two a cell
 };
 
 /// Makes a diamond-square fractal that repeats seamlessly: its last row and column equal its first,

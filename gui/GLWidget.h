@@ -28,10 +28,10 @@ struct LineFormat;
 /// The buttons of a message box, a bit each, and its answers: see `GLWidget::messageBox`.
 enum MessageButton : std::int32_t
 {
-    MESSAGE_OK = 1,
-    MESSAGE_CANCEL = 2,
-    MESSAGE_YES = 4,
-    MESSAGE_NO = 8,
+    MESSAGE_OK = 1,     ///< "OK"
+    MESSAGE_CANCEL = 2, ///< "Cancel"
+    MESSAGE_YES = 4,    ///< "Yes"
+    MESSAGE_NO = 8,     ///< "No"
 };
 
 /// A widget: a node of the tree that draws itself and takes pointer, buttons and keys. The class

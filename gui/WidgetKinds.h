@@ -43,7 +43,7 @@ struct WidgetKind
     /// containers stand behind the leaves in their parent's list.
     bool isDeferred = false;
 
-    Build build = nullptr;
+    Build build = nullptr; ///< null in no row
 
     /// What `build` reads of a line that goes right. A button's caption "TEX" is followed by the
     /// picture's width and height, two numbers.

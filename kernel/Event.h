@@ -12,18 +12,18 @@ namespace tamor
 /// What a catcher subscribes to: bit n of its mask stands for class n.
 enum DeliveryClass : std::int32_t
 {
-    CLASS_RESOURCES = 0,
-    CLASS_WINDOW = 1,
-    CLASS_GRAPHICS = 2,
-    CLASS_SETUP = 3,
-    CLASS_UPDATE = 4,
-    CLASS_RENDER = 5,
-    CLASS_MOUSE = 6,
-    CLASS_RENDER_DONE = 7,
-    CLASS_KEYBOARD = 8,
+    CLASS_RESOURCES = 0,   ///< files to load at the start, and to release at the end
+    CLASS_WINDOW = 1,      ///< the opening of the window, and a wish to end
+    CLASS_GRAPHICS = 2,    ///< the same of what needs OpenGL
+    CLASS_SETUP = 3,       ///< once, when all is loaded
+    CLASS_UPDATE = 4,      ///< each frame: the time that has passed
+    CLASS_RENDER = 5,      ///< each frame: to draw
+    CLASS_MOUSE = 6,       ///< the pointer and its buttons
+    CLASS_RENDER_DONE = 7, ///< each frame: it was drawn
+    CLASS_KEYBOARD = 8,    ///< each frame: the keys
 };
 
-constexpr std::size_t deliveryClassCount = 9;
+constexpr std::size_t deliveryClassCount = 9; ///< of `DeliveryClass`, numbered from 0
 
 /// What an event tells. Behind each: its class, its sender, and the fields that it fills.
 enum EventKind : std::int32_t
@@ -57,7 +57,7 @@ struct MouseState
     std::uint8_t right = 0;  ///< 1 while the button is held
 };
 
-constexpr std::size_t keyCount = 512;
+constexpr std::size_t keyCount = 512; ///< SDL's symbols are below it
 
 /// The keys, indexed by SDL key symbol and by the character of the key, both at once: 27 is Escape,
 /// 119 the key W, 32 the space bar.
@@ -85,9 +85,9 @@ struct WindowParameters
 struct Event
 {
     std::int32_t kind = 0; ///< an `EventKind`; a new record is of no kind
-    MouseState mouse;
+    MouseState mouse;      ///< in `EV_MOUSE`
     KeyboardState keyboard;
-    std::int32_t delta = 0; ///< milliseconds since the previous frame
-    WindowParameters window;
+    std::int32_t delta = 0;  ///< milliseconds since the previous frame
+    WindowParameters window; ///< in `EV_OPEN_WINDOW`
 };
 } // namespace tamor

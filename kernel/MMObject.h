@@ -46,7 +46,7 @@ class ObjectRef
 {
 public:
     ObjectRef() = default;
-    ObjectRef(T* newObject) : object(newObject) { retain(); }
+    ObjectRef(T* newObject) : object(newObject) { retain(); } ///< null makes an empty one
     ObjectRef(const ObjectRef& other) : object(other.object) { retain(); }
     ~ObjectRef() { release(); }
 
@@ -62,7 +62,7 @@ public:
         return *this;
     }
 
-    T* get() const { return object; }
+    T* get() const { return object; } ///< null if it is empty
     T* operator->() const { return object; }
     T& operator*() const { return *object; }
     bool isEmpty() const { return object == nullptr; }

@@ -29,10 +29,14 @@ public:
     /// \return true
     bool setPosition(Vector position, bool positional) const;
 
+    // Each goes to OpenGL at once. Colours are red, green, blue and alpha, 0 to 1.
+
+    /// Along x, y, z in the coordinates of the current modelview matrix.
     void setSpotDirection(Vector direction) const;
-    void setAmbient(Vector colour) const;
-    void setDiffuse(Vector colour) const;
-    void setSpecular(Vector colour) const;
+    void setAmbient(Vector colour) const;  ///< of the light from everywhere
+    void setDiffuse(Vector colour) const;  ///< of the light that surfaces scatter
+    void setSpecular(Vector colour) const; ///< of the light in highlights
+    /// Divides the light at a distance d by constant + linear d + quadratic d squared.
     void setAttenuation(float constant, float linear, float quadratic) const;
 
     /// `GL_LIGHT0` plus the slot, or 0.

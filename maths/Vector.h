@@ -20,7 +20,7 @@ class Vector
 {
 public:
     constexpr Vector() = default;
-    constexpr explicit Vector(float newX) : x(newX) {}
+    constexpr explicit Vector(float newX) : x(newX) {} ///< y and z are 0, `w` is 1
     constexpr Vector(float newX, float newY, float newZ = 0.0F, float newW = 1.0F)
         : x(newX), y(newY), z(newZ), w(newW)
     {}
@@ -54,7 +54,7 @@ public:
         return {y * b.z - z * b.y, z * b.x - x * b.z, x * b.y - y * b.x, 1.0F};
     }
 
-    constexpr float lengthSquared() const { return x * x + y * y + z * z; }
+    constexpr float lengthSquared() const { return x * x + y * y + z * z; } ///< `w` does not count
     float length() const { return std::sqrt(lengthSquared()); }
 
     /// Divides x, y and z by `w`, sets `w` to 1, and divides x, y and z by the length. The zero

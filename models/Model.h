@@ -20,9 +20,9 @@ namespace tamor
 struct Vertex
 {
     Vector position; ///< where the vertex is now
-    Vector normal;
-    float u = 0.0F;
-    float v = 0.0F;
+    Vector normal;   ///< from the file or `computeNormals`; animation does not turn it
+    float u = 0.0F;  ///< texture coordinate
+    float v = 0.0F;  ///< texture coordinate
     /// The owning bone's index in `Model::bones`; a value that is no bone's index means none.
     std::int32_t bone = -1;
 };
@@ -53,7 +53,7 @@ struct Material
     Vector ambient;
     Vector diffuse;
     Vector specular;
-    Vector emissive;
+    Vector emissive; ///< shown without any light
     float shininess = 0.0F;
     float transparency = 0.0F;   ///< the alpha of the drawing colour
     std::string texture;         ///< file name; empty for none
@@ -85,9 +85,9 @@ struct Bone
     Vector localRotation;   ///< rest pose, relative to the parent
     Vector position;        ///< the current local position
     Vector rotation;        ///< the current local rotation
-    std::vector<KeyFrame> positionKeys;
-    std::vector<KeyFrame> rotationKeys;
-    std::int32_t index = 0; ///< its own index in `Model::bones`
+    std::vector<KeyFrame> positionKeys; ///< added to `localPosition`
+    std::vector<KeyFrame> rotationKeys; ///< added to `localRotation`
+    std::int32_t index = 0;             ///< its own index in `Model::bones`
 };
 
 /// A mesh, posed by its bones and drawn with one material.

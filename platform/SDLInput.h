@@ -49,16 +49,16 @@ public:
     /// `EV_RELEASE_RESOURCES`: closes the joystick subsystem.
     bool handleEvent(Event event) override;
 
-    ObjectRef<Kernel> kernel;
+    ObjectRef<Kernel> kernel; ///< which events are sent by
     bool grabMouse;
-    std::int32_t lastX = -1; ///< the pointer at the last `EV_MOUSE`; -1 before any
-    std::int32_t lastY = -1; ///< the pointer at the last `EV_MOUSE`; -1 before any
-    bool buttonLeft = false;
-    bool buttonMiddle = false;
-    bool buttonRight = false;
-    std::int32_t mouseX = 0; ///< the pointer as SDL told it last
-    std::int32_t mouseY = 0; ///< the pointer as SDL told it last
-    std::array<KeyRecord, keyCount> keys;
+    std::int32_t lastX = -1;              ///< the pointer at the last `EV_MOUSE`; -1 before any
+    std::int32_t lastY = -1;              ///< the pointer at the last `EV_MOUSE`; -1 before any
+    bool buttonLeft = false;              ///< held
+    bool buttonMiddle = false;            ///< held
+    bool buttonRight = false;             ///< held
+    std::int32_t mouseX = 0;              ///< the pointer as SDL told it last
+    std::int32_t mouseY = 0;              ///< the pointer as SDL told it last
+    std::array<KeyRecord, keyCount> keys; ///< by symbol and by character, as `KeyboardState` is
 
 private:
     bool initialise();

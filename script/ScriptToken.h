@@ -53,7 +53,7 @@ struct ScriptToken
         : kind(newKind), value(std::move(newValue)), name(std::move(newName))
     {}
 
-    std::int32_t kind = TOK_ARGEND;
+    std::int32_t kind = TOK_ARGEND; ///< a `TOK_…`, or a row of `scriptOperators`
     /// The literal of a `TOK_STRING` or `TOK_NUMBER`; else `TYPE_NULL`.
     ScriptValue value;
     /// The path of a variable, the name of a call or a function; else empty.

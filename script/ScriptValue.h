@@ -61,7 +61,7 @@ struct ScriptValue
     /// \return good until the array grows
     ScriptValue& arrayElement(unsigned index);
 
-    std::int32_t type = TYPE_NULL;
+    std::int32_t type = TYPE_NULL; ///< a `TYPE_…`
     /// The integer of a `TYPE_INT`, or the bits of the float of a `TYPE_FLOAT`.
     std::int32_t number = 0;
     std::string text;

@@ -60,8 +60,8 @@ public:
     template <int = 0>
     [[gnu::format(printf, 2, 3)]] bool print(const char* format, ...) const;
 
-    float scaleX = 1.0F;
-    float scaleY = 1.0F;
+    float scaleX = 1.0F; ///< by `setScale`
+    float scaleY = 1.0F; ///< by `setScale`
     /// The first of 128 consecutive display lists.
     std::uint32_t listBase = 0;
     /// How far each character moves the pen, in font units.

@@ -21,10 +21,10 @@ struct TextureKey
     enum Flags : std::uint32_t
     {
         LINEAR_ONE_CHANNEL = 1, ///< no mipmaps, and only the red channel as luminance
-        CLAMP_S = 2,
-        CLAMP_T = 4,
-        FLOAT_PIXELS = 16, ///< upload the floats as they are
-        FONT_GLYPH = 32,   ///< no effect; the font sets it
+        CLAMP_S = 2,            ///< the border's pixels go on beyond the width, without a repeat
+        CLAMP_T = 4,            ///< the same beyond the height
+        FLOAT_PIXELS = 16,      ///< upload the floats as they are
+        FONT_GLYPH = 32,        ///< no effect; the font sets it
     };
 
     /// The file name as the caller wrote it; compared byte for byte.
@@ -133,8 +133,8 @@ public:
     static float interpolatedNoise(float x, float y);
     /// @}
 
-    std::int32_t width = 2;
-    std::int32_t height = 2;
+    std::int32_t width = 2;  ///< pixels
+    std::int32_t height = 2; ///< pixels
     /// width x height x 4 floats, from array new.
     float* pixels = nullptr;
 };

@@ -46,7 +46,7 @@ public:
     /// The chosen item, or the empty string if there is none.
     const std::string& selectedText() const;
 
-    bool open = false;
+    bool open = false; ///< the list is shown
     /// The press that is down has already opened or shut the list.
     bool toggled = false;
     /// Row under the pointer, -1 for none.

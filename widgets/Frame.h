@@ -27,7 +27,7 @@ public:
     Vector getClientRect() const override;
     bool deselect(GLWidget* chosen) override;
 
-    bool bordered;
+    bool bordered; ///< the constructor's `isBordered`
 
 private:
     /// How far inside the frame its children begin.

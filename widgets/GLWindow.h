@@ -24,6 +24,7 @@ namespace tamor
 class GLWindow : public GLWidget
 {
 public:
+    /// \param isDraggable  whether the title strip takes the window along
     GLWindow(const std::string& newName, GLWidget* newParent, Vector newPosition, Theme* newTheme,
              const std::string& title, bool isDraggable);
 

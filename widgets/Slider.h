@@ -38,7 +38,7 @@ public:
     /// Whether the pointer is strictly within half a knob of the line's rectangle.
     bool hitTest() const override;
 
-    bool dragging = false;
+    bool dragging = false; ///< `value` follows the pointer
     /// `mouse` as of the previous `onPointer`. -5 or below on either axis: there was none.
     Vector lastMouse;
     Vector extent;

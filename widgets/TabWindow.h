@@ -33,6 +33,7 @@ struct Tab
 class TabWindow : public GLWindow
 {
 public:
+    /// Has no tab, no title, and cannot be dragged.
     TabWindow(const std::string& newName, GLWidget* newParent, Vector newPosition, Theme* newTheme);
 
     bool onMouseButtons(bool left, bool middle, bool right) override;
@@ -57,7 +58,7 @@ public:
     /// \return as `addTab`
     bool addToTab(std::int32_t index, GLWidget* child) override;
 
-    std::vector<Tab> tabs;
+    std::vector<Tab> tabs; ///< as their buttons stand, from the left
     /// Index into `tabs`.
     std::int32_t currentTab = 0;
 

@@ -41,9 +41,9 @@ public:
     std::string typeName() const override;
     bool deselect(GLWidget* chosen) override;
 
-    std::string beforeCursor;
-    std::string afterCursor;
-    std::uint32_t maxRows;
+    std::string beforeCursor; ///< what is typed in front of the cursor; rows end in a newline
+    std::string afterCursor;  ///< and behind it
+    std::uint32_t maxRows;    ///< the constructor's `rows`
 
 private:
     void moveUp();
