@@ -126,7 +126,7 @@ TEST(Memory, OfListsIsWhatTheirTokensTake)
 {
     const std::string text =
         "sum = a[0][12] + 2 * (b - -1.5);\n"
-        "if (sum <= limit && x++) { print(\"a (string) it''s\", f(1) == g); }\n"
+        "if (sum <= limit && x++) { print(\"a (string) that it''s '\"so'\" = 1\", f(1) == g); }\n"
         "for (i = 0; i < 3; i = i + 1) { h( ); }\n";
     std::vector<ScriptToken> list;
 
