@@ -149,6 +149,23 @@ TEST(Memory, OfAListThatIsParsedIntoAgainGrowsAsTheListDoes)
               20000 * 2 * sizeof(ScriptToken));
 }
 
+TEST(Memory, OfAListOfManyTextsGrowsInFewSteps)
+{
+    ScriptInterpreter interpreter;
+    std::vector<ScriptToken> list;
+    std::size_t capacity = 0;
+    int steps = 0;
+
+    for (int i = 0; i < 2000; ++i) {
+        parseText(interpreter, list, "x = 1;");
+        steps += list.capacity() != capacity ? 1 : 0;
+        capacity = list.capacity();
+    }
+
+    EXPECT_EQ(list.size(), 8000U);
+    EXPECT_LT(steps, 20);
+}
+
 TEST(Memory, OfAValueInNestedGroupsIsInProportionToThem)
 {
     Script script;
