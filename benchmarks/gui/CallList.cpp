@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <filesystem>
 #include <fstream>
 #include <map>
 #include <tuple>
@@ -102,6 +103,17 @@ CallList::CallList(const std::string& file)
                     static_cast<std::streamsize>(dataBytes));
         function.point(own, data.back().data());
     }
+}
+
+CallList CallList::ofFrame(const std::string& recorder, std::int64_t widgets)
+{
+    const std::string file = std::filesystem::absolute("frame.calls").string();
+    if (std::system((recorder + " " + std::to_string(widgets) + " " + file).c_str()) != 0)
+        return {};
+    CallList list(file);
+    if (list.size() < 10 * static_cast<std::size_t>(widgets))
+        return {};
+    return list;
 }
 
 void CallList::play() const

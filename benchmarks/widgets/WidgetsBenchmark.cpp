@@ -24,8 +24,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdlib>
-#include <filesystem>
 #include <string>
 
 namespace tamor::bench
@@ -55,15 +53,8 @@ BENCHMARK(BM_frame)->Arg(1000)->Arg(10000)->Unit(benchmark::kMicrosecond);
 #ifdef TAMOR_FRAME_RECORDER
 void BM_replay(benchmark::State& state)
 {
-    const std::string count = std::to_string(state.range(0));
-    const std::string file = std::filesystem::absolute("frame.calls").string();
-    if (std::system((TAMOR_FRAME_RECORDER " " + count + " " + file).c_str()) != 0) {
-        state.SkipWithError("the recorder failed");
-        return;
-    }
-    const CallList list(file);
-    // A widget takes 10 calls and more.
-    if (list.size() < 10 * static_cast<std::size_t>(state.range(0))) {
+    const CallList list = CallList::ofFrame(TAMOR_FRAME_RECORDER, state.range(0));
+    if (list.size() == 0) {
         state.SkipWithError("the recorder did not record the frame");
         return;
     }

@@ -12,6 +12,7 @@
 #include "tests/support/CapturedErrors.h"
 #include "tests/support/TemporaryDirectory.h"
 #include "tests/support/TestWindow.h"
+#include "tests/tools/check/Findings.h"
 #include "tests/tools/check/Mutation.h"
 
 #include <gmock/gmock.h>
@@ -81,19 +82,6 @@ const std::vector<std::string> layoutWords = {
 const std::vector<std::string> numberWords = {"0", "1", "-1", "0.5", "x", "2", "1e9", ".", "99"};
 const std::vector<std::string> modelWords = {"0", "1",  "-1", "0.5", "x",          "2",
                                              "3", "//", "99", "\"",  "Materials:", "\"arm\""};
-
-bool hasError(const std::vector<check::Finding>& findings)
-{
-    return std::any_of(findings.begin(), findings.end(), [](const check::Finding& finding) {
-        return finding.code->severity == check::Severity::error;
-    });
-}
-
-bool hasCode(const std::vector<check::Finding>& findings, std::string_view code)
-{
-    return std::any_of(findings.begin(), findings.end(),
-                       [=](const check::Finding& finding) { return finding.code->name == code; });
-}
 
 std::vector<std::string> wordsOf(const std::string& line)
 {

@@ -5,6 +5,7 @@
 #include "tools/check/Check.h"
 #include "tools/check/ScriptParse.h"
 
+#include "tests/tools/check/Findings.h"
 #include "tests/tools/check/Mutation.h"
 
 #include <fcntl.h>
@@ -14,7 +15,6 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <csignal>
 
 namespace tamor::test
@@ -39,19 +39,6 @@ const std::string script = "a = 1; b = 2.5;\n"
 const std::vector<std::string> words = {
     "a",  "1",    "-1", "(",         ")", "{",  "}",  "=", "==",   "+",       "!",    ";",
     "\"", "func", "if", "return 5;", "<", "++", "x1", ",", "else", "while (", "a[1]", "f(2)"};
-
-bool hasError(const std::vector<check::Finding>& findings)
-{
-    return std::any_of(findings.begin(), findings.end(), [](const check::Finding& finding) {
-        return finding.code->severity == check::Severity::error;
-    });
-}
-
-bool hasCode(const std::vector<check::Finding>& findings, std::string_view code)
-{
-    return std::any_of(findings.begin(), findings.end(),
-                       [=](const check::Finding& finding) { return finding.code->name == code; });
-}
 
 /// A list in words: kinds, names and what stands between parentheses.
 std::string described(const std::vector<ScriptToken>& list)

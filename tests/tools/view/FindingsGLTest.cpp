@@ -23,18 +23,11 @@ std::vector<std::uint8_t> upperPart(const Picture& picture)
     return {picture.bytes.begin(), picture.bytes.begin() + 800 * 450 * 3};
 }
 
-void open(View& view)
-{
-    ASSERT_TRUE(view.opens());
-    view.moveTo({nothing.x + 1, nothing.y});
-    view.moveTo(nothing);
-}
-
 TEST(ViewFindingsGLTest, KeepsTheOldPictureUnderThePanelWhenALayoutHasErrors)
 {
     const WorkingDirectory directory;
     View view({"my.gui"});
-    open(view);
+    ASSERT_TRUE(view.opensWithPointerAt(nothing));
     const Picture before = view.whole();
 
     directory.write("my.gui", brokenLayout);
@@ -51,7 +44,7 @@ TEST(ViewFindingsGLTest, TakesThePanelAwayWhenTheErrorsAreMended)
     const WorkingDirectory directory;
     const std::string layout = directory.read("my.gui");
     View view({"my.gui"});
-    open(view);
+    ASSERT_TRUE(view.opensWithPointerAt(nothing));
     const Picture before = view.whole();
     directory.write("my.gui", brokenLayout);
     ASSERT_TRUE(view.says(anError));
@@ -80,7 +73,7 @@ TEST(ViewFindingsGLTest, NoticesThatALayoutWasRemoved)
 {
     const WorkingDirectory directory;
     View view({"my.gui"});
-    open(view);
+    ASSERT_TRUE(view.opensWithPointerAt(nothing));
     const Picture before = view.whole();
 
     directory.remove("my.gui");
@@ -94,7 +87,7 @@ TEST(ViewFindingsGLTest, PrintsWarningsAndShowsTheNewLayout)
 {
     const WorkingDirectory directory;
     View view({"my.gui"});
-    open(view);
+    ASSERT_TRUE(view.opensWithPointerAt(nothing));
 
     directory.write("my.gui", "CONF gui.conf\nTHEM default.theme -\n"
                               "CADD Label b NULL 0 0 %d\n");

@@ -19,12 +19,7 @@ constexpr Pixel chosenColour{255, 158, 38};
 class ViewInspectorGLTest : public testing::Test
 {
 protected:
-    void SetUp() override
-    {
-        ASSERT_TRUE(view.opens());
-        view.moveTo({nothing.x + 1, nothing.y});
-        view.moveTo(nothing);
-    }
+    void SetUp() override { ASSERT_TRUE(view.opensWithPointerAt(nothing)); }
 
     /// The line that a click in the inspector prints.
     std::string lineAt(Place place)

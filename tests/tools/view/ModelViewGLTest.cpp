@@ -22,20 +22,13 @@ protected:
             std::filesystem::copy_file(models + name, directory.path() / name);
     }
 
-    static void open(View& view)
-    {
-        ASSERT_TRUE(view.opens());
-        view.moveTo({middle.x + 1, middle.y});
-        view.moveTo(middle);
-    }
-
     const TemporaryDirectory directory;
 };
 
 TEST_F(ViewModelGLTest, ShowsATeapotWithItsBoundsAndCounts)
 {
     View view({"teapot"});
-    open(view);
+    ASSERT_TRUE(view.opensWithPointerAt(middle));
 
     EXPECT_TRUE(view.says("teapot: read in"));
     EXPECT_NE(view.output().find("301 vertices, 576 faces, 0 bones\n"), std::string::npos);
@@ -45,7 +38,7 @@ TEST_F(ViewModelGLTest, ShowsATeapotWithItsBoundsAndCounts)
 TEST_F(ViewModelGLTest, TurnsByThePointerAndZoomsByTheWheelAndTheKeys)
 {
     View view({"cube"});
-    open(view);
+    ASSERT_TRUE(view.opensWithPointerAt(middle));
     view.type("F1");
     const Picture before = view.whole();
     view.drag(middle, {middle.x + 80, middle.y + 40});
@@ -67,7 +60,7 @@ TEST_F(ViewModelGLTest, TurnsByThePointerAndZoomsByTheWheelAndTheKeys)
 TEST_F(ViewModelGLTest, PausesStepsAndPlaysTheAnimation)
 {
     View view({"fish.ms3d"});
-    open(view);
+    ASSERT_TRUE(view.opensWithPointerAt(middle));
     view.type("space");
     const Picture paused = view.whole();
     view.waitForFrames(20);
@@ -88,7 +81,7 @@ TEST_F(ViewModelGLTest, PausesStepsAndPlaysTheAnimation)
 TEST_F(ViewModelGLTest, DrawsWireframeBonesAndNormals)
 {
     View view({"fish.ms3d"});
-    open(view);
+    ASSERT_TRUE(view.opensWithPointerAt(middle));
     view.type("space");
     for (const char* key : {"w", "b", "n"}) {
         const Picture before = view.whole();
@@ -107,7 +100,7 @@ TEST_F(ViewModelGLTest, TakesAScreenshotOfTheFirstFrame)
 TEST_F(ViewModelGLTest, ReadsAChangedModelAndKeepsTheMoment)
 {
     View view({"fish.ms3d"});
-    open(view);
+    ASSERT_TRUE(view.opensWithPointerAt(middle));
     view.type("space");
     const Picture before = view.whole();
 

@@ -33,9 +33,7 @@ protected:
 
     static void open(View& view)
     {
-        ASSERT_TRUE(view.opens());
-        view.moveTo({nothing.x + 1, nothing.y});
-        view.moveTo(nothing);
+        ASSERT_TRUE(view.opensWithPointerAt(nothing));
         view.type("F1");
     }
 

@@ -28,19 +28,11 @@ std::string replaced(std::string layout, const std::string& line, const std::str
     return layout.replace(at, line.size(), by);
 }
 
-/// A window in which nothing has happened yet but that the pointer was seen.
-void open(View& view)
-{
-    ASSERT_TRUE(view.opens());
-    view.moveTo({nothing.x + 1, nothing.y});
-    view.moveTo(nothing);
-}
-
 TEST(ViewReloadGLTest, ShowsAChangedLayoutInPlace)
 {
     const WorkingDirectory directory;
     View view({"my.gui"});
-    open(view);
+    ASSERT_TRUE(view.opensWithPointerAt(nothing));
     const Picture button = view.picture({730, 560}, 50, 25);
 
     directory.write("my.gui", replaced(directory.read("my.gui"), "CADD Butt exitbut program 0.8033",
@@ -55,7 +47,7 @@ TEST(ViewReloadGLTest, NoticesALayoutThatAnEditorPutInThePlaceOfTheOld)
 {
     const WorkingDirectory directory;
     View view({"my.gui"});
-    open(view);
+    ASSERT_TRUE(view.opensWithPointerAt(nothing));
 
     directory.write("my.gui.new", directory.read("my.gui"));
     std::filesystem::rename("my.gui.new", "my.gui");
@@ -67,7 +59,7 @@ TEST(ViewReloadGLTest, ShowsAChangedTheme)
 {
     const WorkingDirectory directory;
     View view({"my.gui"});
-    open(view);
+    ASSERT_TRUE(view.opensWithPointerAt(nothing));
 
     directory.write("lower.theme",
                     replaced(directory.read("lower.theme"), "0.13 0.17 0.22", "0.60 0.20 0.20"));
@@ -80,7 +72,7 @@ TEST(ViewReloadGLTest, ShowsAChangedTexture)
 {
     const WorkingDirectory directory;
     View view({"my.gui"});
-    open(view);
+    ASSERT_TRUE(view.opensWithPointerAt(nothing));
     const Picture before = view.whole();
 
     directory.write("quill.tga", directory.read("gui.tga"));
@@ -93,7 +85,7 @@ TEST(ViewReloadGLTest, TellsWhatEarlierReadingsLeaveInMemory)
 {
     const WorkingDirectory directory;
     View view({"my.gui"});
-    open(view);
+    ASSERT_TRUE(view.opensWithPointerAt(nothing));
 
     directory.write("my.gui", directory.read("my.gui"));
 
@@ -105,7 +97,7 @@ TEST(ViewReloadGLTest, ReadsOnceIfItIsToldNotToReload)
 {
     const WorkingDirectory directory;
     View view({"--no-reload", "my.gui"});
-    open(view);
+    ASSERT_TRUE(view.opensWithPointerAt(nothing));
 
     directory.write("my.gui", "THEM default.theme -\n");
     view.type("F5");
@@ -122,7 +114,7 @@ TEST(ViewReloadGLTest, KeepsASliderWhereItWasDragged)
 {
     const WorkingDirectory directory;
     View view({"my.gui"});
-    open(view);
+    ASSERT_TRUE(view.opensWithPointerAt(nothing));
     view.drag(redKnob, {redKnob.x, 115});
     view.moveTo(nothing);
     view.rest();
@@ -139,7 +131,7 @@ TEST(ViewReloadGLTest, KeepsTheTabThatWasChosenAndTheTicks)
 {
     const WorkingDirectory directory;
     View view({"my.gui"});
-    open(view);
+    ASSERT_TRUE(view.opensWithPointerAt(nothing));
     view.click(checksTab);
     view.click(lampBox);
     view.moveTo(nothing);
@@ -161,7 +153,7 @@ TEST(ViewReloadGLTest, KeepsTheOptionThatWasChosen)
 {
     const WorkingDirectory directory;
     View view({"my.gui"});
-    open(view);
+    ASSERT_TRUE(view.opensWithPointerAt(nothing));
     view.click(optionsTab);
     view.click(pencilOption);
     view.moveTo(nothing);
@@ -178,7 +170,7 @@ TEST(ViewReloadGLTest, KeepsTheChoiceOfAList)
 {
     const WorkingDirectory directory;
     View view({"my.gui"});
-    open(view);
+    ASSERT_TRUE(view.opensWithPointerAt(nothing));
     const Picture before = view.picture({490, 60}, 290, 160);
     view.click(list);
     view.click(secondRow);
@@ -197,7 +189,7 @@ TEST(ViewReloadGLTest, KeepsATypedTextAndItsFocus)
 {
     const WorkingDirectory directory;
     View view({"my.gui"});
-    open(view);
+    ASSERT_TRUE(view.opensWithPointerAt(nothing));
     view.click(notebook);
     for (const char* key : {"d", "e", "a", "r"})
         view.type(key);
@@ -216,7 +208,7 @@ TEST(ViewReloadGLTest, GivesNothingToAWidgetOfAnotherKind)
 {
     const WorkingDirectory directory;
     View view({"my.gui"});
-    open(view);
+    ASSERT_TRUE(view.opensWithPointerAt(nothing));
     view.drag(redKnob, {redKnob.x, 115});
     const std::string layout = directory.read("my.gui");
     const std::string slider = "CADD Slide red main 0.0567 0.6867 0 1.0267";

@@ -35,6 +35,15 @@ View::View(const std::vector<std::string>& arguments)
     : Demonstration([arguments] { return becomeView(arguments); })
 {}
 
+bool View::opensWithPointerAt(Place place)
+{
+    if (!opens())
+        return false;
+    moveTo({place.x + 1, place.y});
+    moveTo(place);
+    return true;
+}
+
 bool View::says(const std::string& text)
 {
     return saysTimes(text, 1);

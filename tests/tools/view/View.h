@@ -16,6 +16,9 @@ class View : public Demonstration
 public:
     explicit View(const std::vector<std::string>& arguments);
 
+    /// Waits for the window, and moves the pointer to `place`, by a step that it is seen by.
+    bool opensWithPointerAt(Place place);
+
     /// Waits until the standard output stream holds `text`, and for the next frames.
     bool says(const std::string& text);
 
