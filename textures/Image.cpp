@@ -38,6 +38,16 @@ std::size_t overread(const Image& image)
     return channels * (static_cast<std::size_t>(image.width) + 1);
 }
 
+/// The floats of so many pixels.
+///
+/// Meant: no destructor frees them, since copies of an image share them: they stay for the life of
+/// the process, but for those that `Image::allocate` replaces.
+/// `Image.LeavesItsPixelsAllocatedWhenItGoesOutOfScope` holds it.
+float* newPixels(std::size_t count)
+{
+    return new float[count * channels];
+}
+
 /// Storage for the bytes of an upload, and `room` for what is read behind them, all 0.
 ///
 /// Meant: never freed: every upload leaves its bytes for the life of the process, and whoever counts
@@ -112,18 +122,18 @@ void uploadFloatsWithMipmaps(const Image& image, std::size_t count)
 }
 } // namespace
 
-// Meant: no destructor frees the pixels, since copies share them; the two arrays made here stay for
-// the life of the process, but for those that `allocate` replaces.
-// `Image.LeavesItsPixelsAllocatedWhenItGoesOutOfScope` holds it.
-Image::Image() : pixels(new float[2 * 2 * channels]()) {}
+Image::Image() : pixels(newPixels(2 * 2))
+{
+    std::fill_n(pixels, 2 * 2 * channels, 0.0F);
+}
 
 void Image::allocate(std::int32_t newWidth, std::int32_t newHeight)
 {
     width = newWidth;
     height = newHeight;
     delete[] pixels;
-    pixels = new float[pixelCount() * channels];
-    useLargePages(pixels, pixelCount() * channels * sizeof(float));
+    pixels = newPixels(pixelCount());
+    useLargePages(pixels, pixelCount() * floatPixelSize);
 }
 
 bool Image::setFromBytes(std::int32_t newWidth, std::int32_t newHeight, bool hasAlpha,

@@ -1,6 +1,7 @@
 #include "textures/PNGReader.h"
 
 #include "maths/Memory.h"
+#include "textures/internal/Pixels.h"
 
 #include <arpa/inet.h>
 #include <zlib.h>
@@ -291,7 +292,7 @@ bool undoFilters(const Image& image, Storage& storage)
 void takePixels(Image& image, const Storage& storage)
 {
     image.allocate(image.width, image.height);
-    const std::size_t channelCount = image.pixelCount() * bytesAPixel;
+    const std::size_t channelCount = image.pixelCount() * channels;
     const std::size_t filled = std::min(storage.rgbaLength, channelCount);
     for (std::size_t k = 0; k < filled; k++)
         image.pixels[k] = static_cast<float>(storage.rgba[k]) / 255.0F;
@@ -361,7 +362,7 @@ bool readPNG(Image& image, TextureKey key)
         return false;
     }
     storage.isKept = false;
-    if (!memoryHolds(saturatingProduct(image.pixelCount(), bytesAPixel * sizeof(float)))) {
+    if (!memoryHolds(saturatingProduct(image.pixelCount(), floatPixelSize))) {
         std::cerr << key.path << ": Too large for the memory" << std::endl;
         return false;
     }

@@ -1,6 +1,7 @@
 #include "textures/TGAReader.h"
 
 #include "maths/Memory.h"
+#include "textures/internal/Pixels.h"
 
 #include <algorithm>
 #include <array>
@@ -15,7 +16,6 @@ namespace
 {
 constexpr std::uint8_t compressedTrueColour = 10;
 constexpr std::size_t longestPacket = 128;
-constexpr std::size_t bytesAPixel = 16; // four floats
 
 /// A file that is read a block at a time, and that never ends: past the end of the file a read
 /// leaves its destination as it was. The end is asked for once.
@@ -139,7 +139,7 @@ bool readTGA(Image& image, TextureKey key)
 
     const std::size_t total = static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
     const std::size_t pixelSize = depth / 8;
-    if (!memoryHolds(total * (pixelSize + bytesAPixel))) {
+    if (!memoryHolds(total * (pixelSize + floatPixelSize))) {
         std::cerr << key.path << ": Too large for the memory" << std::endl;
         std::fclose(file);
         return false;

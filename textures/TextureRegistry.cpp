@@ -3,6 +3,7 @@
 #include "maths/Memory.h"
 #include "textures/PNGReader.h"
 #include "textures/TGAReader.h"
+#include "textures/internal/Pixels.h"
 
 #include <GL/gl.h>
 
@@ -45,10 +46,9 @@ struct Freeing
 /// memory that is only taken where it is written. What the memory does not hold is not uploaded.
 void uploadUnread(std::uint32_t& id, Image image, const TextureKey& key)
 {
-    constexpr std::size_t pixelSize = 4 * sizeof(float);
-    const bool isHeld = memoryHolds(saturatingProduct(image.pixelCount(), pixelSize));
-    const std::unique_ptr<void, Freeing> zeros(isHeld ? std::calloc(image.pixelCount(), pixelSize)
-                                                      : nullptr);
+    const bool isHeld = memoryHolds(saturatingProduct(image.pixelCount(), floatPixelSize));
+    const std::unique_ptr<void, Freeing> zeros(
+        isHeld ? std::calloc(image.pixelCount(), floatPixelSize) : nullptr);
     image.pixels = static_cast<float*>(zeros.get());
     if (image.pixels == nullptr)
         image.width = image.height = 0;

@@ -11,6 +11,8 @@ namespace tamor
 {
 constexpr std::size_t channels = 4;
 constexpr std::size_t alphaChannel = 3;
+/// What a pixel takes in the memory, in bytes.
+constexpr std::size_t floatPixelSize = channels * sizeof(float);
 
 /// Toward zero. What no integer holds becomes the nearest that one does, and not-a-number 0.
 inline std::int32_t truncated(float value)
