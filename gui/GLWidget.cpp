@@ -24,8 +24,11 @@ bool GLWidget::drawing = false;
 
 namespace
 {
-// An animation that is nearer to its end than this has ended.
-constexpr float animationEnd = 0.0001F;
+/// Never freed: widgets point to it, and they live until the process ends.
+Theme* newTheme()
+{
+    return new Theme;
+}
 
 Theme* defaultTheme()
 {
@@ -229,8 +232,7 @@ Theme* GLWidget::themeOfFile(const std::string& file)
 
 Theme* GLWidget::createTheme(const std::string& key)
 {
-    // Never freed: widgets point to it, and they live until the process ends.
-    return themes[key] = new Theme;
+    return themes[key] = newTheme();
 }
 
 Vector GLWidget::clientRectBelowTitle() const

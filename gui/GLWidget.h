@@ -222,6 +222,9 @@ public:
 protected:
     // What the widget classes share.
 
+    /// A `glow` or a `fade` at or below this has run down.
+    static constexpr float animationEnd = 0.0001F;
+
     /// \return the factor of the theme's colours: from `dimBrightness` to `litBrightness` as `glow`
     ///         goes from 0 to 1
     float brightness() const

@@ -8,12 +8,6 @@
 
 namespace tamor
 {
-namespace
-{
-/// A fade at or below this has run down.
-constexpr float noFade = 0.0001F;
-} // namespace
-
 Checkbox::Checkbox(const std::string& newName, GLWidget* newParent, Vector newPosition,
                    Theme* newTheme, const std::string& caption)
     : GLWidget(newName, newParent, newPosition, newTheme)
@@ -56,7 +50,7 @@ void Checkbox::renderIcons(const Vector& frame, const Vector& mark) const
     bindTexture(theme->texture);
     setColour(theme->bodyColour, brightness());
     drawIcon(frame, position.x, position.y, side);
-    if (active || fade > noFade) {
+    if (active || fade > animationEnd) {
         // A tick fades in and out as `fade` runs down from 1 to 0.
         const float strength =
             active ? (1.0F - fade) * theme->litBrightness : theme->litBrightness * fade;
