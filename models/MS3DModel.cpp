@@ -19,9 +19,6 @@ namespace tamor
 {
 namespace
 {
-// What fgets takes into a buffer of 256 characters.
-constexpr std::size_t longestPiece = 255;
-
 /// The sum, which wraps: indices of a file are kept whatever they are.
 std::int32_t addIndices(std::int32_t a, std::int32_t b)
 {
@@ -366,7 +363,7 @@ std::string readModelLine(std::FILE* file)
 {
     // Meant: one for the program, and never cleared: at the end of a file it holds the last line,
     // which readers take for what is missing; `ReadModelLine.RepeatsTheLastLineAtTheEnd` holds it.
-    static std::array<char, longestPiece + 1> buffer = {};
+    static std::array<char, ModelFile::longestPiece + 1> buffer = {};
     do {
         std::ignore = std::fgets(buffer.data(), buffer.size(), file);
     } while (std::strstr(buffer.data(), "//") != nullptr || buffer[0] == '\n');

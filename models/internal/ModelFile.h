@@ -14,6 +14,9 @@ namespace tamor
 class ModelFile
 {
 public:
+    /// What fgets takes into a buffer of 256 characters.
+    static constexpr std::size_t longestPiece = 255;
+
     /// \param newStream  open for reading; the caller closes it
     explicit ModelFile(std::FILE* newStream) : stream(newStream) {}
     ModelFile(const ModelFile&) = delete;
@@ -28,9 +31,6 @@ public:
 private:
     void advance();
     void refill();
-
-    /// What fgets takes into a buffer of 256 characters.
-    static constexpr std::size_t longestPiece = 255;
 
     std::FILE* stream;
     std::array<char, 65536> block;

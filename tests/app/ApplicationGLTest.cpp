@@ -680,6 +680,17 @@ TEST_F(ApplicationUpdateGLTest, ObjectsFallByTheirForces)
     EXPECT_FLOAT_EQ(application->objects[0].velocity.y, -18.6396F);
 }
 
+TEST_F(ApplicationUpdateGLTest, ObjectsFallByProductsFromLeftToRight)
+{
+    load("");
+    application->objects.push_back({Vector(), Vector(), 10.0F});
+
+    update(2);
+
+    // The square of the time alone would give -1.96000019e-05.
+    EXPECT_EQ(application->objects[0].position.y, -1.96000037e-05F);
+}
+
 TEST_F(ApplicationUpdateGLTest, DragAlwaysPointsAlongThePositiveAxis)
 {
     load("");

@@ -71,6 +71,15 @@ TEST_F(GLWidgetReadConfig, ReadsEveryFieldInItsPlace)
     EXPECT_EQ(GLWidget::glowRate, 0.002F);
 }
 
+TEST_F(GLWidgetReadConfig, ReadsNoNumberBehindItsLast)
+{
+    read("missing.ttf\nunused\n0 0 0 0\n0 0 0 0\n0 0 0 0\n0 0 0 0\n0.17 0.18 0.19 0.20\n0.002 "
+         "0.5\n0.25\n");
+
+    expectRectangle(GLWidget::sliderKnob, 0.17F, 0.18F, 0.19F, 0.20F);
+    EXPECT_EQ(GLWidget::glowRate, 0.002F);
+}
+
 TEST_F(GLWidgetReadConfig, ReadsInTheCLocaleWhateverTheHostHasSet)
 {
     const CommaLocale commas;

@@ -322,6 +322,13 @@ TEST_F(LoadLayout, DropsAContainerForATabOfAWidgetWithoutTabs)
     EXPECT_THAT(seen(widget("f")).children, IsEmpty());
 }
 
+TEST_F(LoadLayout, DropsAContainerForAnyTabBelowMinusOne)
+{
+    load("CADD Frame f NULL 0 0 0\nTADD -2 f Frame inner 0 0 0\n");
+
+    EXPECT_THAT(seen(widget("f")).children, IsEmpty());
+}
+
 TEST_F(LoadLayout, AddsAContainerForTabMinusOneToTheParentItself)
 {
     load("CADD Frame f NULL 0 0 0\nTADD -1 f Frame inner 0 0 0\nTADD -1 f Label leaf 0 0 text\n");

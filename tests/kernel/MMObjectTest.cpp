@@ -99,6 +99,17 @@ TEST_F(MMObjectTest, ASweepTakesWhatItFreesFurtherOnButNotFurtherBack)
     EXPECT_EQ(back->refCount, 0);
 }
 
+TEST_F(MMObjectTest, ASweepTakesAnObjectThatIsEnteredTwiceOnce)
+{
+    liveObjects.push_back(new Noted("first"));
+    new Noted("second");
+
+    collectUnreferenced();
+
+    EXPECT_THAT(destroyed, ElementsAre("first", "second"));
+    EXPECT_THAT(liveObjects, IsEmpty());
+}
+
 TEST_F(MMObjectTest, ObjectsThatHoldEachOtherStayUntilAllAreCollected)
 {
     auto* const first = new Noted("first");

@@ -279,6 +279,22 @@ TEST(MS3DModelLoad, IsDoneSoonWithMeshesThatAreNotThere)
     EXPECT_EQ(model.frameCount, 1);
 }
 
+TEST(MS3DModelLoad, GivesEachMeshBehindTheEndItsVerticesOrItsTriangles)
+{
+    // The last line is no number, so that the counts stay those of the first mesh.
+    MS3DModel vertices;
+    load(vertices,
+         "Frames: 1\n1\nMeshes: 5\n\"A\" 0 0\n2\n0 1 2 3 4 5 6\n0 1 2 3 4 5 6\n0\n0\n\"B\" 0 0\n");
+    MS3DModel triangles;
+    load(triangles, "Frames: 1\n1\nMeshes: 5\n\"A\" 0 0\n0\n0\n2\n0 1 2 3 4 5 6 7\n0 1 2 3 4 5 6 "
+                    "7\n\"B\" 0 0\n");
+
+    EXPECT_EQ(vertices.vertices.size(), 10U);
+    EXPECT_TRUE(vertices.faces.empty());
+    EXPECT_EQ(triangles.faces.size(), 10U);
+    EXPECT_TRUE(triangles.vertices.empty());
+}
+
 TEST(MS3DModelLoad, GivesItemsBehindTheEndTheLastLine)
 {
     // Two vertices have lines, and a million take the last one's again; so do the counts, 7, and
@@ -686,6 +702,19 @@ TEST(MS3DModelLoad, ComparesTheWholeLineOfTheParentsName)
         EXPECT_EQ(bone->parent, nullptr);
 }
 
+TEST(MS3DModelLoad, TakesTwoQuotesAloneForNoParent)
+{
+    ModelFileText file;
+    file.bones = "Bones: 4\n" + boneText("\"\"", "\"\"") + boneText("\"\"x", "\"\"") +
+                 boneText("\"B\"", "\"\"x") + boneText("\"C\"", "\"\"");
+    MS3DModel model;
+    load(model, file.text());
+
+    EXPECT_EQ(model.bones[2]->parent, model.bones[1]);
+    EXPECT_EQ(model.bones[3]->parent, nullptr);
+    EXPECT_EQ(model.rootBones.size(), 3U);
+}
+
 TEST(MS3DModelLoad, ZeroesTheCountsOfKeysBeforeItReadsThem)
 {
     ModelFileText file;
@@ -843,7 +872,7 @@ TEST_F(MS3DModelTexturesGLTest, ShareOneObjectForOneFile)
 TEST_F(MS3DModelTexturesGLTest, AreNamedUpToABlankOrTheClosingQuote)
 {
     const TemporaryDirectory directory;
-    directory.write("model.ms3d", twoMaterials("\"my pictures/red.tga\"", "\"a\"b"));
+    directory.write("model.ms3d", twoMaterials("\"my pictures/red.tga\"", "\"a\"b\""));
     const CapturedErrors errors;
     MS3DModel model;
 

@@ -7,6 +7,8 @@
 
 #include <GL/gl.h>
 
+#include <cmath>
+#include <limits>
 #include <numbers>
 #include <ostream>
 
@@ -125,6 +127,24 @@ TEST(ModelPoseBone, LeavesNormalsAsTheyAre)
     model.poseBone(&bone, Matrix(), false);
 
     EXPECT_THAT(model.vertices[0].normal, isVector(1, 0, 0));
+}
+
+TEST(ModelPoseBone, AddsTheProductsFromLeftToRightAndRoundsEachSum)
+{
+    BonedModel model;
+    Bone& bone = model.addBone();
+    model.addRestVertex(bone, {1e8F, -1e8F, 1});
+    model.addRestVertex(bone, {1, 0, 1e8F});
+    // Each place is x + y + z, less 1e8 along x.
+    Matrix sums;
+    for (std::size_t column = 0; column < 3; ++column)
+        sums.m[4 * column] = sums.m[4 * column + 1] = sums.m[4 * column + 2] = 1.0F;
+    sums.m[12] = -1e8F;
+
+    model.poseBone(&bone, sums, false);
+
+    EXPECT_THAT(model.vertices[0].position, isVector(-1e8F, 1, 1));
+    EXPECT_THAT(model.vertices[1].position, isVector(0, 1e8F, 1e8F));
 }
 
 TEST(ModelPoseBone, IgnoresTheBottomRowOfTheMatrix)
@@ -387,6 +407,28 @@ TEST_F(ModelAnimateBone, RestsWithoutKeys)
     EXPECT_EQ(bone.matrix.m, Matrix().m);
 }
 
+TEST_F(ModelAnimateBone, CountsTheFirstKeyForBothBeforeItsTime)
+{
+    // Nothing of the one behind is an infinity times 0.
+    bone.positionKeys = {{5, Vector(std::numeric_limits<float>::infinity())}, {6, Vector()}};
+
+    animate(3);
+
+    EXPECT_TRUE(std::isnan(bone.position.x));
+    EXPECT_EQ(bone.position.y, 0.0F);
+}
+
+TEST_F(ModelAnimateBone, AddsTheZeroVectorWithoutKeys)
+{
+    bone.localPosition = {-0.0F, -0.0F, -0.0F};
+
+    animate(3);
+
+    EXPECT_FALSE(std::signbit(bone.position.x));
+    EXPECT_FALSE(std::signbit(bone.position.y));
+    EXPECT_FALSE(std::signbit(bone.position.z));
+}
+
 TEST_F(ModelAnimateBone, TurnsTheMatrixOnlyWithRotationKeys)
 {
     bone.localPosition = {1, 2, 3};
@@ -503,6 +545,20 @@ TEST(ModelUpdateOnce, NeverReturnsFromATimeWithoutFrames)
 
     BonedModel model;
     EXPECT_EQ(model.update(0), 0);
+}
+
+TEST(ModelUpdateOnce, LeavesABoneThatItsParentDoesNotListAsAChild)
+{
+    BonedModel model;
+    model.frameCount = 10;
+    Bone& parent = model.addBone();
+    Bone& child = model.addBone(&parent);
+    child.positionKeys = {{0, Vector(2)}};
+    parent.children.clear();
+
+    model.update(4);
+
+    EXPECT_EQ(child.position.x, 0.0F);
 }
 
 TEST(ModelUpdateOnce, LeavesVerticesToRendering)

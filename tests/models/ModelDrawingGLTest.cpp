@@ -74,6 +74,21 @@ TEST_F(ModelRenderGLTest, MultipliesItsTransformOntoTheMatrix)
     EXPECT_THAT(modelview.transformPoint(1, 0, 0), isNear(1, 3, -7));
 }
 
+TEST_F(ModelRenderGLTest, TurnsByItsThreeAnglesAtOnce)
+{
+    model.position = {1, 2, 3};
+    model.rotation = {0.5F, 0.3F, 0.7F};
+    glLoadIdentity();
+    Matrix expected;
+    expected.translate(1, 2, 3);
+    expected.rotate(0.5F, 0.3F, 0.7F);
+
+    model.render(false);
+
+    Matrix modelview;
+    EXPECT_EQ(modelview.loadModelview().m, expected.m);
+}
+
 TEST_F(ModelRenderGLTest, AppliesTheTransformTwiceWhenDrawnTwice)
 {
     model.position = {1, 0, 0};
@@ -199,6 +214,17 @@ TEST_F(ModelImmediateGLTest, DrawsOneNormalAFaceWhenFlat)
                             "glTexCoord2f(1, 0.125)", "glVertex3f(0, 6, 0)", "glEnd()",
                             "glDisable(GL_LIGHTING)", "glColor3f(0, 1, 0)", "glBegin(GL_LINES)",
                             "glVertex3f(1, 2, 0)", "glVertex3f(2, 2, 0)", "glEnd()"));
+}
+
+TEST_F(ModelImmediateGLTest, DividesTheSumOfTheCornersByThree)
+{
+    // A third of 5 is not 5 times a third, and the end of the line is what lies between.
+    model.vertices[1].position = {5, 0, 0};
+    model.vertices[2].normal = {-(5.0F / 3.0F), 0, 0};
+
+    const Calls calls = drawing(true);
+
+    EXPECT_EQ(calls[calls.size() - 2], "glVertex3f(0, 2, 0)");
 }
 
 TEST_F(ModelImmediateGLTest, LeavesLightingOffAndTheColourGreen)

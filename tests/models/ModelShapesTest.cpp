@@ -262,6 +262,24 @@ TEST(ModelComputeNormals, AddsToTheNormalsThatWereThere)
     EXPECT_THAT(model.vertices[0].normal, test::isNear(0.70710678, 0, 0.70710678));
 }
 
+TEST(ModelComputeNormals, RoundsTheMeanBeforeItIsNormalised)
+{
+    // A sum of (1, 0, 3) from three faces.
+    Model model;
+    model.vertices.resize(3);
+    model.vertices[0].normal = {1, 0, 0};
+    model.vertices[1].position = {1, 0, 0};
+    model.vertices[2].position = {0, 1, 0};
+    model.faces.resize(3);
+    for (Face& face : model.faces)
+        face.vertex = {0, 1, 2};
+
+    model.computeNormals(false);
+
+    // The sum itself would give 0.316227764 and 0.948683262.
+    EXPECT_THAT(model.vertices[0].normal, isVector(0.316227794F, 0, 0.948683321F));
+}
+
 TEST(ModelComputeNormals, GivesAVertexInNoFaceNoNumber)
 {
     Model model;

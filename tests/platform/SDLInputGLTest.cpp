@@ -350,6 +350,17 @@ TEST_F(SDLInputGLTest, TheFirstMouseActivityOnlySetsTheReference)
     EXPECT_EQ(events[1].mouse.right, 0);
 }
 
+TEST_F(SDLInputGLTest, TheFirstMouseActivityIsToldByTheReferencesY)
+{
+    input->lastX = -1;
+    input->lastY = 40;
+    EXPECT_EQ(frame({motionEvent(30, 40)}).size(), 2U);
+
+    input->lastX = 30;
+    input->lastY = -1;
+    EXPECT_EQ(frame({motionEvent(35, 30)}).size(), 1U);
+}
+
 TEST_F(SDLInputGLTest, AFrameWithAButtonAloneHasNoMotion)
 {
     frame({motionEvent(30, 40)});
@@ -377,6 +388,18 @@ TEST_F(SDLInputGLTest, ButtonsOneToThreeAreHeldUntilReleased)
     EXPECT_EQ(released.mouse.left, 1);
     EXPECT_EQ(released.mouse.middle, 0);
     EXPECT_EQ(released.mouse.right, 1);
+}
+
+TEST_F(SDLInputGLTest, AButtonIsHeldByTheStateOfItsEventWhateverItsType)
+{
+    frame({motionEvent(0, 0)});
+    SDL_Event pressed = buttonEvent(SDL_MOUSEBUTTONUP, 1, 0, 0);
+    pressed.button.state = SDL_PRESSED;
+    SDL_Event released = buttonEvent(SDL_MOUSEBUTTONDOWN, 1, 0, 0);
+    released.button.state = SDL_RELEASED;
+
+    EXPECT_EQ(frame({pressed}).at(1).mouse.left, 1);
+    EXPECT_EQ(frame({released}).at(1).mouse.left, 0);
 }
 
 TEST_F(SDLInputGLTest, TheWheelIsMouseActivityAndNoButton)
