@@ -146,6 +146,25 @@ TEST_F(FPSCameraMove, ForwardFollowsPitchAndYaw)
     expectPoint(camera.position, 0.86603F, -0.5F, 0);
 }
 
+TEST_F(FPSCameraMove, CountsRadiansByItsFactor)
+{
+    camera.rotation = Vector(0, 200, 0);
+
+    camera.move(true, false, false, false, false, false);
+
+    // A factor of 0.01745329 would give -0.342019707.
+    EXPECT_NEAR(camera.position.x, -0.342020154F, 1e-7F);
+}
+
+TEST_F(FPSCameraMove, BackIsTheOppositeOfForward)
+{
+    camera.rotation = Vector(30, 90, 0);
+
+    camera.move(false, true, false, false, false, false);
+
+    expectPoint(camera.position, -0.86603F, 0.5F, 0);
+}
+
 TEST_F(FPSCameraMove, SidewaysIsLevelAndUpIsTheWorldsUp)
 {
     camera.rotation = Vector(60, 90, 0);
@@ -180,6 +199,10 @@ TEST(FPSCameraLook, TurnsByTheMotionTimesTheSpeed)
 
     // Upward motion lowers the pitch, which counts downwards.
     expectPoint(camera.rotation, -10, 5, 15);
+
+    camera.look(10, 20, 30);
+
+    expectPoint(camera.rotation, -20, 10, 30);
 }
 
 TEST(FPSCameraLook, RefusesATurnPastThePitchLimit)
@@ -267,8 +290,13 @@ TEST(FPSCameraLookAt, TurnsByTheTablesOfComponents)
         {{1000, 1.001F, 0}, 90, 90},
         {{1000, 0, 1.001F}, 90 - 0.0574F, 0},
         {{1000, 0.5F, 1.001F}, 90 - 0.0574F, 26.5421F},
-        // With x and z alike the smaller row decides by z.
+        // With x and z alike the smaller row decides by z, and so it does with y and z alike.
         {{5, 0, -5}, -45, 0},
+        {{5, 0, 5}, 225, 0},
+        {{-5, 0, 5}, 225, 0},
+        {{0, 5, 5}, 180, 45},
+        {{0, 5, -5}, 0, -45},
+        {{0, -5, -5}, 0, -45},
     };
     for (const Row& row : rows) {
         FPSCamera camera;
@@ -282,6 +310,16 @@ TEST(FPSCameraLookAt, TurnsByTheTablesOfComponents)
         EXPECT_NEAR(camera.rotation.x, row.pitch, 1e-3F);
         EXPECT_EQ(camera.rotation.z, 3.0F);
     }
+}
+
+TEST(FPSCameraLookAt, CountsDegreesByItsFactorToTheLastBit)
+{
+    FPSCamera camera;
+
+    camera.lookAt(Vector(), Vector(1, 0, -8), Vector(0, 1, 0));
+
+    // The arctangent of an eighth; a factor of 57.29578 would give -7.12501669.
+    EXPECT_EQ(camera.rotation.y, -7.12501621F);
 }
 
 TEST(FPSCameraLookAt, KeepsPositionAndAxes)

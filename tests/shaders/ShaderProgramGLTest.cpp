@@ -40,12 +40,14 @@ struct Spy
     static inline std::vector<GLuint> statusAskedOf;
     static inline std::vector<GLint> statusBefore;
     static inline std::vector<GLuint> attached;
+    static inline std::vector<GLint> linkStatusBefore;
     static inline int createdPrograms = 0;
     static inline int used = 0;
 
     static inline PFNGLCREATESHADERPROC createShader;
     static inline PFNGLGETSHADERIVPROC getShaderStatus;
     static inline PFNGLATTACHSHADERPROC attachShader;
+    static inline PFNGLGETPROGRAMIVPROC getProgramStatus;
     static inline PFNGLCREATEPROGRAMPROC createProgram;
     static inline PFNGLUSEPROGRAMPROC useProgram;
 
@@ -55,10 +57,12 @@ struct Spy
         statusAskedOf.clear();
         statusBefore.clear();
         attached.clear();
+        linkStatusBefore.clear();
         createdPrograms = used = 0;
         createShader = __glewCreateShader;
         getShaderStatus = __glewGetShaderiv;
         attachShader = __glewAttachShader;
+        getProgramStatus = __glewGetProgramiv;
         createProgram = __glewCreateProgram;
         useProgram = __glewUseProgram;
         __glewCreateShader = [](GLenum kind) {
@@ -76,6 +80,11 @@ struct Spy
             attached.push_back(shader);
             attachShader(program, shader);
         };
+        __glewGetProgramiv = [](GLuint program, GLenum name, GLint* value) {
+            if (name == GL_LINK_STATUS)
+                linkStatusBefore.push_back(*value);
+            getProgramStatus(program, name, value);
+        };
         __glewCreateProgram = [] {
             createdPrograms++;
             return createProgram();
@@ -91,6 +100,7 @@ struct Spy
         __glewCreateShader = createShader;
         __glewGetShaderiv = getShaderStatus;
         __glewAttachShader = attachShader;
+        __glewGetProgramiv = getProgramStatus;
         __glewCreateProgram = createProgram;
         __glewUseProgram = useProgram;
     }
@@ -228,6 +238,15 @@ TEST_F(ShaderProgramGLTest, ASecondLoadOfAFileAsksNothing)
     EXPECT_TRUE(Spy::statusAskedOf.empty());
 }
 
+TEST_F(ShaderProgramGLTest, LinkingAsksForItsStatusOnce)
+{
+    const Spy spy;
+
+    linked("red.frag");
+
+    EXPECT_EQ(Spy::linkStatusBefore, std::vector<GLint>{9});
+}
+
 TEST_F(ShaderProgramGLTest, WithOneShaderLinksNothing)
 {
     const Spy spy;
@@ -275,12 +294,14 @@ TEST_F(ShaderProgramGLTest, SetsUniformsOfOneToThreeFloats)
 {
     const ShaderProgram shader = linked("uniforms.frag");
     shader.use();
+    const CapturedErrors errors;
 
     shader.setUniform("one", 0.2F);
     shader.setUniform("two", 0.4F, 0.0F);
     shader.setUniform("three", 0.4F, 0.2F, 0.8F);
 
     EXPECT_EQ(drawnColour(), (Pixel{153, 153, 204}));
+    EXPECT_EQ(errors.text(), "");
 }
 
 TEST_F(ShaderProgramGLTest, SaysThatAUniformIsUnknown)

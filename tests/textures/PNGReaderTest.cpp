@@ -437,6 +437,19 @@ TEST(ReadPNG, ResolvesTiesOfThePredictorForLeftThenAbove)
                 ElementsAre(12, 8, 0, 25, 8, 8, 5, 10));
 }
 
+TEST(ReadPNG, ResolvesATieOfLeftAndAboveLeftForLeft)
+{
+    // a 6, b 12, c 10: pa 2 and pc 2, so a. The same with 20 more, and twice the other way round.
+    const std::string rows("\0\x0A\x1E\x0A\x1E\x0C\x20\x08\x1C"
+                           "\x04\xFC\xFC\x04\x04\x00\x00\x00\x00",
+                           18);
+
+    const std::vector<int> bytes = readRows(2, 2, rows);
+
+    EXPECT_THAT((std::vector<int>{bytes.begin() + 8, bytes.end()}),
+                ElementsAre(6, 26, 14, 34, 6, 26, 14, 34));
+}
+
 TEST(ReadPNG, TakesWhatIsAboveTheFirstRowAs0InRowsOfTypePaeth)
 {
     EXPECT_THAT(readRows(2, 1, "\x04\x0A\x0A\x0A\x0A\x01\x01\x01\x01"),
