@@ -11,8 +11,11 @@ packages_to_build=(
     libpng-dev libedit-dev help2man
 )
 packages_for_a_display=(xvfb xdotool imagemagick)
-packages_to_test=(libgtest-dev libgmock-dev libx11-dev libxdamage-dev apitrace)
-packages_to_check=("${packages_to_test[@]}" libbenchmark-dev git clang-format clang-tidy)
+packages_to_check=(
+    libgtest-dev libgmock-dev libx11-dev libxdamage-dev apitrace libbenchmark-dev
+    git clang-format clang-tidy
+)
+packages_to_test=("${packages_to_check[@]}") # tests run scripts/check, too
 packages_to_count=(valgrind libbenchmark-dev)
 packages_for_a_bare_run=(mmdebstrap procps git)
 # Google Benchmark, and what the benchmarks compare with.
