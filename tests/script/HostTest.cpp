@@ -267,6 +267,21 @@ TEST(Host, MayThrowThroughAScript)
     EXPECT_EQ(script["x"], "int 9");
 }
 
+TEST(Host, FindsAVariableThatIsAboutToBeAssigned)
+{
+    Script* host = nullptr;
+    HostedScript script(
+        [&]() -> ScriptValue { return static_cast<int>(host->interpreter.variables.count("x")); });
+    host = &script;
+
+    script.run("func f(p) { y = p; } x = f(act());");
+
+    EXPECT_EQ(script["y"], "int 1") << "the left operand is looked up before the argument";
+    script.interpreter.variables.erase("x");
+    script.run("x[0] = act();");
+    EXPECT_EQ(script["x"], "[int 1]");
+}
+
 TEST(Host, FindsNothingOldInANewResult)
 {
     Script script;
