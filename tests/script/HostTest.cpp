@@ -280,6 +280,9 @@ TEST(Host, FindsAVariableThatIsAboutToBeAssigned)
     script.interpreter.variables.erase("x");
     script.run("x[0] = act();");
     EXPECT_EQ(script["x"], "[int 1]");
+    script.interpreter.variables.erase("x");
+    script.run("w = x = act();");
+    EXPECT_EQ(script["w"], "int 1");
 }
 
 TEST(Host, FindsNothingOldInANewResult)
