@@ -199,5 +199,6 @@ TEST(Memory, StaysWhereItIsInRunsWithinRuns)
 
     ASSERT_EQ(measuredCount, 2U);
     EXPECT_LT(measured[1], measured[0] + tolerance);
+    interpreter = nullptr;
 }
 } // namespace tamor::test
