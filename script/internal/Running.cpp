@@ -3,7 +3,6 @@
 
 #include <cmath>
 #include <functional>
-#include <type_traits>
 
 namespace tamor::script
 {
@@ -224,16 +223,24 @@ bool Machine::isHeld(const Instruction& instruction, bool (*general)(const Scrip
 /// Whether a comparison, or a value, lets a condition hold, by the general way.
 bool Machine::holds(const Instruction& instruction, bool (*test)(const ScriptValue&))
 {
-    bool result = false;
     if (instruction.b == nullptr) {
-        result = test(read(*instruction.a));
+        const bool result = test(read(*instruction.a));
+        release(*instruction.a);
+        return result;
+    }
+    const ScriptValue& a = *instruction.a->place;
+    const ScriptValue& b = *instruction.b->place;
+    bool result = false;
+    if (instruction.row == EQUAL && a.type == TYPE_STRING && b.type == TYPE_STRING) {
+        // Two texts that nothing has to look up.
+        result = a.text == b.text;
     } else {
         const auto [left, right] = places(*instruction.a, *instruction.b);
         result = test(operatorRow(instruction.row)
                           .compute(left != nullptr ? *left : nothing.value,
                                    right != nullptr ? *right : nothing.value));
-        release(*instruction.b);
     }
+    release(*instruction.b);
     release(*instruction.a);
     return result;
 }
@@ -254,12 +261,6 @@ bool Machine::compare(const Instruction& instruction, bool (*general)(const Scri
     const ScriptValue& b = *instruction.b->place;
     if (areNumbers(a.type | b.type))
         return Test::test(a, b);
-    if (std::is_same_v<Test, Equal> && a.type == TYPE_STRING && b.type == TYPE_STRING) {
-        const bool areEqual = a.text == b.text;
-        release(*instruction.b);
-        release(*instruction.a);
-        return areEqual;
-    }
     return holds(instruction, general);
 }
 
