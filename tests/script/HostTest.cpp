@@ -55,6 +55,22 @@ TEST(Host, MayReplaceABodyThatRuns)
     EXPECT_EQ(script["second"], "int 1");
 }
 
+TEST(Host, MayReplaceABodyThatCallsItselfThen)
+{
+    HostedScript* host = nullptr;
+    HostedScript script([&]() -> ScriptValue {
+        host->interpreter.functions["f"].body = host->parsedList("{ second = second + 1; }");
+        return {};
+    });
+    host = &script;
+
+    script.run(
+        "second = 0; func f() { act(); f(); f(); first = \"the call that runs goes on\"; } f();");
+
+    EXPECT_EQ(script["second"], "int 2") << "the next calls have the new body";
+    EXPECT_EQ(script["first"], "string the call that runs goes on");
+}
+
 TEST(Host, MayClearABodyThatRuns)
 {
     Script* host = nullptr;
