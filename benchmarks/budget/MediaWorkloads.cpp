@@ -2,6 +2,7 @@
 #include "benchmarks/budget/Workload.h"
 #include "benchmarks/models/Torus.h"
 #include "benchmarks/support/NoOpWindow.h"
+#include "benchmarks/support/UpdateReceiver.h"
 #include "generator/MeshGenerator.h"
 #include "kernel/Kernel.h"
 #include "models/MS3DModel.h"
@@ -24,31 +25,11 @@ using Work = std::function<bool()>;
 
 constexpr std::int32_t side = 256;
 
-/// Receives, and counts.
-class Receiver : public EventCatcher
-{
-public:
-    bool handleEvent(Event event) override
-    {
-        received += event.delta;
-        return true;
-    }
-
-    std::int64_t received = 0;
-};
-
 Work sendToThreeCatchers()
 {
     auto* const kernel = new Kernel;
-    auto* last = static_cast<Receiver*>(nullptr);
-    for (int count = 0; count < 3; ++count) {
-        last = new Receiver;
-        kernel->addCatcher(ObjectRef<EventCatcher>(last), 1 << CLASS_UPDATE, 0);
-    }
-    Event event;
-    event.kind = EV_UPDATE;
-    event.delta = 16;
-    return [kernel, last, event] {
+    const UpdateReceiver* const last = addThreeReceivers(*kernel);
+    return [kernel, last, event = updateEvent()] {
         for (int count = 0; count < 10000; ++count)
             kernel->sendEvent(ObjectRef<EventCatcher>(), event);
         return last->received == 160000;

@@ -4,48 +4,23 @@
 ///
 /// Run `tamor-kernel-benchmarks` and divide `BM_send_updateToThreeCatchers` by
 /// `BM_copy_fourRecords`. The receivers do nothing but look at their copy.
-#include "kernel/Kernel.h"
+#include "benchmarks/support/UpdateReceiver.h"
 
 #include <benchmark/benchmark.h>
 
 #include <cstdlib>
 
-namespace tamor
+namespace tamor::bench
 {
 namespace
 {
-/// Receives, and does nothing with it.
-class Receiver : public EventCatcher
-{
-public:
-    bool handleEvent(Event event) override
-    {
-        received += event.delta;
-        return true;
-    }
-
-    std::int64_t received = 0;
-};
-
-Event updateEvent()
-{
-    Event event;
-    event.kind = EV_UPDATE;
-    event.delta = 16;
-    return event;
-}
-
 void BM_send_updateToThreeCatchers(benchmark::State& state)
 {
     auto* const kernel = new Kernel;
-    std::array<Receiver*, 3> receivers{};
-    for (Receiver*& receiver : receivers) {
-        receiver = new Receiver;
-        kernel->addCatcher(ObjectRef<EventCatcher>(receiver), 1 << CLASS_UPDATE, 0);
-    }
+    const UpdateReceiver* const last = addThreeReceivers(*kernel);
     const ObjectRef<EventCatcher> nobody;
     const Event event = updateEvent();
-    if (!kernel->sendEvent(nobody, event) || receivers[2]->received != 16)
+    if (!kernel->sendEvent(nobody, event) || last->received != 16)
         std::abort();
 
     for (auto _ : state) {
@@ -78,4 +53,4 @@ void BM_copy_fourRecords(benchmark::State& state)
 }
 BENCHMARK(BM_copy_fourRecords);
 } // namespace
-} // namespace tamor
+} // namespace tamor::bench
