@@ -15,7 +15,7 @@ packages_to_check=(
     libgtest-dev libgmock-dev libx11-dev libxdamage-dev apitrace libbenchmark-dev
     git clang-format clang-tidy
 )
-packages_to_test=("${packages_to_check[@]}") # tests run scripts/check, too
+packages_to_test=("${packages_to_check[@]}" valgrind) # tests run scripts/check, too
 packages_to_count=(valgrind libbenchmark-dev)
 packages_for_a_bare_run=(mmdebstrap procps git)
 # Google Benchmark, and what the benchmarks compare with.
