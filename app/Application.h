@@ -6,6 +6,7 @@
 /// objects. It starts no models, scripts, shaders or terrain.
 #pragma once
 
+#include "TamorExport.h"
 #include "camera/FPSCamera.h"
 #include "kernel/Kernel.h"
 #include "maths/Light.h"
@@ -32,7 +33,7 @@ struct PhysicsObject
 ///
 /// Members that nothing uses are part of the class as designed: building them has effects, such as
 /// the light number that is taken.
-class Application : public EventCatcher
+class TAMOR_EXPORT Application : public EventCatcher
 {
 public:
     Application();

@@ -4,6 +4,7 @@
 /// The folder camera/ holds viewpoints. It leaves what moves them to the host.
 #pragma once
 
+#include "TamorExport.h"
 #include "maths/Vector.h"
 
 namespace tamor
@@ -12,7 +13,7 @@ namespace tamor
 ///
 /// Distances are in world units, angles in degrees, times in milliseconds. A camera owns no OpenGL
 /// object; only `apply` calls OpenGL. Every boolean result is true, and nothing is printed.
-class Camera
+class TAMOR_EXPORT Camera
 {
 public:
     virtual ~Camera() = default;

@@ -2,6 +2,7 @@
 /// The first-person camera.
 #pragma once
 
+#include "TamorExport.h"
 #include "camera/Camera.h"
 
 namespace tamor
@@ -11,7 +12,7 @@ namespace tamor
 ///
 /// The speeds and the frame time start at 0: `reset` or `setSpeeds`, and `setFrameTime`, come
 /// before `move` and `look`.
-class FPSCamera : public Camera
+class TAMOR_EXPORT FPSCamera : public Camera
 {
 public:
     bool reset(float newMoveSpeed, float newLookSpeed) override;

@@ -9,8 +9,10 @@ set(TAMOR_FOLDERS maths kernel script platform camera textures shaders models ge
 
 # Programs find the shared library beside themselves, unless it is where the system looks anyway.
 if(BUILD_SHARED_LIBS AND NOT CMAKE_INSTALL_PREFIX STREQUAL "/usr" AND NOT CMAKE_INSTALL_RPATH)
-    file(RELATIVE_PATH library_from_programs "/prefix/${CMAKE_INSTALL_BINDIR}" "/prefix/${CMAKE_INSTALL_LIBDIR}")
-    set(CMAKE_INSTALL_RPATH "$ORIGIN/${library_from_programs}")
+    foreach(programs IN ITEMS "${CMAKE_INSTALL_BINDIR}" "${CMAKE_INSTALL_LIBEXECDIR}/tamor")
+        file(RELATIVE_PATH library_from_programs "/prefix/${programs}" "/prefix/${CMAKE_INSTALL_LIBDIR}")
+        list(APPEND CMAKE_INSTALL_RPATH "$ORIGIN/${library_from_programs}")
+    endforeach()
 endif()
 
 # tamor_install_library(TARGET KIND): a library under the name tamor::tamor, in an export of its own, from
@@ -37,6 +39,7 @@ function(tamor_install)
     endif()
     set_target_properties(tamor_numbers PROPERTIES EXPORT_NAME numbers)
 
+    install(FILES TamorExport.h DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/tamor" COMPONENT dev)
     foreach(folder IN LISTS TAMOR_FOLDERS)
         install(
             DIRECTORY ${folder} DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/tamor" COMPONENT dev

@@ -11,6 +11,7 @@
 ///     model.computeNormals(false);
 #pragma once
 
+#include "TamorExport.h"
 #include "models/Model.h"
 #include "textures/Image.h"
 
@@ -41,8 +42,8 @@ struct TerrainMesh
 /// \param roughness  height of the largest offset, in parts of `scaleY`, before the first decay
 /// \param decay      what offsets are multiplied by from one level to the next finer one
 /// \param scaleX     the terrain's extent along x; `scaleZ` along z
-TerrainMesh fractalTerrain(std::int32_t divisions, float roughness, float decay, float scaleX,
-                           float scaleY, float scaleZ);
+TAMOR_EXPORT TerrainMesh fractalTerrain(std::int32_t divisions, float roughness, float decay,
+                                        float scaleX, float scaleY, float scaleZ);
 
 /// Makes a terrain of `image.width` x `image.height` points from the red of an image: a red of 1 is
 /// a height of half of `scaleY`. Its normals are (0, 1, 0).
@@ -50,31 +51,32 @@ TerrainMesh fractalTerrain(std::int32_t divisions, float roughness, float decay,
 /// Meant for square images. For another one a point's number is image.width x row + column all the
 /// same, so that the picture shears; points past the end of the arrays are left out, and points
 /// that no number reaches stay at the origin.
-TerrainMesh imageTerrain(Image image, float scaleX, float scaleY, float scaleZ);
+TAMOR_EXPORT TerrainMesh imageTerrain(Image image, float scaleX, float scaleY, float scaleZ);
 
 /// The same from an image file, blurred with a radius of 4. What a failing reader prints is all
 /// that is printed, and the terrain is that of whatever image it leaves: a new one has 2 by 2
 /// pixels. Where it leaves a size without the pixels, the mesh is empty.
-TerrainMesh fileTerrain(const std::string& file, float scaleX, float scaleY, float scaleZ);
+TAMOR_EXPORT TerrainMesh fileTerrain(const std::string& file, float scaleX, float scaleY,
+                                     float scaleZ);
 
 /// The same from `Image::perlin` on a black image of `size` x `size` pixels.
-TerrainMesh noiseTerrain(std::int32_t size, std::int32_t octaves, float frequency, float amplitude,
-                         float frequencyFactor, float amplitudeFactor, float scaleX, float scaleY,
-                         float scaleZ);
+TAMOR_EXPORT TerrainMesh noiseTerrain(std::int32_t size, std::int32_t octaves, float frequency,
+                                      float amplitude, float frequencyFactor, float amplitudeFactor,
+                                      float scaleX, float scaleY, float scaleZ);
 
 /// Replaces the vertices and faces of `model`, ready for `Model::render`: each vertex takes the
 /// normal that the last face around it names, and every face is white and without a material. Faces
 /// with a corner that is no vertex are left out. For normals that follow the ground,
 /// `Model::computeNormals` sums onto what is there: call it once, on a fractal, or after setting
 /// the others to 0.
-void putIntoModel(Model& model, TerrainMesh mesh);
+TAMOR_EXPORT void putIntoModel(Model& model, TerrainMesh mesh);
 
 /// A model of a terrain.
 ///
 /// Meant: the generators let go of what they make and return null, so that they leave nothing but
 /// the use of `rand`; code that steps the random source relies on it, hosts use the functions
 /// above. `MeshGenerator.LeavesNothingBehind` holds it.
-class MeshGenerator : public Model
+class TAMOR_EXPORT MeshGenerator : public Model
 {
 public:
     /// As `fractalTerrain`. Returns null.

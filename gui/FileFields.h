@@ -5,6 +5,8 @@
 /// alike, and behind the last field of a line the rest of the line is a remark.
 #pragma once
 
+#include "TamorExport.h"
+
 #include <fstream>
 #include <string>
 
@@ -12,7 +14,7 @@ namespace tamor
 {
 /// Opens a file to be read by the operations below: numbers are in the C locale, whatever locale the
 /// host has set. A file that cannot be opened leaves the stream failed.
-std::ifstream openFields(const std::string& file);
+TAMOR_EXPORT std::ifstream openFields(const std::string& file);
 
 /// Reads a number, a truth value (0 or 1) or a word. A field that cannot be read keeps what it
 /// held, and leaves the stream failed, so that every later field keeps what it held too.
@@ -26,13 +28,13 @@ void readField(std::istream& stream, Field& field)
 }
 
 /// Skips what is left of the line, up to 10000 characters of it.
-void skipLine(std::istream& stream);
+TAMOR_EXPORT void skipLine(std::istream& stream);
 
 /// Reads a text field: what is left of the line, up to 511 characters, without the white space in
 /// front. The line end itself stays in the stream.
 /// \return the text; empty, with the stream failed, if not even a blank was left of the line
-std::string readText(std::istream& stream);
+TAMOR_EXPORT std::string readText(std::istream& stream);
 
 /// As `readText`, and turns each backslash followed by an "n" into a line end.
-std::string readTextWithLineEnds(std::istream& stream);
+TAMOR_EXPORT std::string readTextWithLineEnds(std::istream& stream);
 } // namespace tamor

@@ -11,6 +11,7 @@
 /// `takeMessageResult` and what closes a box are in widgets/GLWidgetMessageBox.cpp.
 #pragma once
 
+#include "TamorExport.h"
 #include "gui/Theme.h"
 #include "maths/Vector.h"
 
@@ -47,7 +48,7 @@ enum MessageButton : std::int32_t
 /// whoever deletes it sees to `widgets`, `topLevel` and its parent's children.
 ///
 /// The text of a widget is a format: a "%" in it starts a conversion, which reads a zero.
-class GLWidget
+class TAMOR_EXPORT GLWidget
 {
 public:
     /// Registers the widget in `widgets`; a widget that had the name before only loses its entry.

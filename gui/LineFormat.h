@@ -3,6 +3,8 @@
 /// files or show what may stand in them.
 #pragma once
 
+#include "TamorExport.h"
+
 #include <cstdint>
 #include <span>
 #include <string_view>
@@ -38,11 +40,11 @@ struct LineFormat
 
 /// The directives of a layout. The fields of `CADD` and `TADD` are followed by those of the kind,
 /// which `widgetKinds` tells.
-std::vector<LineFormat> layoutDirectives();
+TAMOR_EXPORT std::vector<LineFormat> layoutDirectives();
 
 /// The lines of a theme, in their order.
-std::vector<LineFormat> themeLines();
+TAMOR_EXPORT std::vector<LineFormat> themeLines();
 
 /// The lines of a configuration, in their order.
-std::vector<LineFormat> configLines();
+TAMOR_EXPORT std::vector<LineFormat> configLines();
 } // namespace tamor

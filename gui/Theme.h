@@ -2,6 +2,7 @@
 /// How widgets look: colours, sizes, brightness and one texture, read from a small text file.
 #pragma once
 
+#include "TamorExport.h"
 #include "maths/Vector.h"
 
 #include <cstdint>
@@ -15,7 +16,7 @@ namespace tamor
 /// A plain record. Lengths are in GUI units (the window is 2 units high), colours are red, green,
 /// blue and alpha from 0 to 1. In a new theme every field that is not a `Vector` is 0 or empty; it
 /// takes `setDefaults` or `read` to give it a look.
-class Theme
+class TAMOR_EXPORT Theme
 {
 public:
     /// Sets every field but `textureFile` to its built-in value, which stands behind each field

@@ -5,6 +5,7 @@
 /// function, so that a new class of widgets is one row in widgets/WidgetKinds.cpp and nothing here.
 #pragma once
 
+#include "TamorExport.h"
 #include "gui/LineFormat.h"
 #include "maths/Vector.h"
 
@@ -51,5 +52,5 @@ struct WidgetKind
 };
 
 /// All kinds. The order means nothing; a word that is in no row builds nothing.
-std::span<const WidgetKind> widgetKinds();
+TAMOR_EXPORT std::span<const WidgetKind> widgetKinds();
 } // namespace tamor

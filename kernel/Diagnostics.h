@@ -4,6 +4,8 @@
 /// Everything is written to the standard error stream. Nothing here depends on other code.
 #pragma once
 
+#include "TamorExport.h"
+
 #include <cstdint>
 #include <list>
 #include <string>
@@ -18,24 +20,24 @@ struct CallStack
 };
 
 /// The record of the process.
-extern CallStack callStack;
+extern TAMOR_EXPORT CallStack callStack;
 
 /// Starts the record.
-void enableCallStack();
+TAMOR_EXPORT void enableCallStack();
 
 /// Appends `name`, if the record is enabled.
-void pushCall(const std::string& name);
+TAMOR_EXPORT void pushCall(const std::string& name);
 
 /// Removes the newest name, if the record is enabled; a pop too many does nothing.
-void popCall();
+TAMOR_EXPORT void popCall();
 
 /// Prints the names, newest first, each as its number, " -> " and the name; the oldest is number 1.
 /// \return true
-bool dumpCallStack();
+TAMOR_EXPORT bool dumpCallStack();
 
 /// Has `signalHandler` called for the signals 3, 1, 2, 4, 6 and 11.
 /// \return true
-bool installSignalHandlers();
+TAMOR_EXPORT bool installSignalHandlers();
 
 /// Prints, for a signal from 1 to 30, a line such as
 ///     Caught signal SIGINT - Terminal interrupt (ANSI)
@@ -49,5 +51,5 @@ bool installSignalHandlers();
 /// Does nothing if `condition` is true. Otherwise prints "Assert failed: " and `message`, and ends
 /// the process with the exit status 0.
 /// \return `condition`
-bool assertTrue(const std::string& message, bool condition);
+TAMOR_EXPORT bool assertTrue(const std::string& message, bool condition);
 } // namespace tamor

@@ -2,13 +2,14 @@
 /// The receiver of events.
 #pragma once
 
+#include "TamorExport.h"
 #include "kernel/Event.h"
 #include "kernel/MMObject.h"
 
 namespace tamor
 {
 /// Receives the events of the classes that it subscribed to with `Kernel::addCatcher`.
-class EventCatcher : public MMObject
+class TAMOR_EXPORT EventCatcher : public MMObject
 {
 public:
     explicit EventCatcher(const ObjectRef<EventCatcher>& newParent = {}) : parent(newParent) {}

@@ -6,6 +6,7 @@
 /// the catchers.
 #pragma once
 
+#include "TamorExport.h"
 #include "kernel/Event.h"
 #include "kernel/EventCatcher.h"
 #include "kernel/MMObject.h"
@@ -30,7 +31,7 @@ struct CatcherRecord
 /// There is no queue: a send is a nested call that returns when every receiver has returned. Sends
 /// may nest, and registrations may change during delivery, which is seen at once. Everything
 /// happens on one thread.
-class Kernel : public EventCatcher
+class TAMOR_EXPORT Kernel : public EventCatcher
 {
 public:
     Kernel();

@@ -5,6 +5,8 @@
 /// other, and nothing is freed while the kernel runs.
 #pragma once
 
+#include "TamorExport.h"
+
 #include <cstdint>
 #include <list>
 
@@ -12,7 +14,7 @@ namespace tamor
 {
 /// Base of the long-lived objects. Each must be made with `new`, and is deleted by a sweep alone:
 /// one that lives on the stack, or is deleted by hand, leaves a dangling entry in `liveObjects`.
-class MMObject
+class TAMOR_EXPORT MMObject
 {
 public:
     /// Enters the object at the end of `liveObjects`.
@@ -27,18 +29,18 @@ public:
 
 /// All living objects, oldest first. (Inline, so that it stands before any object of a program
 /// that knows this header.)
-inline std::list<MMObject*> liveObjects;
+inline TAMOR_EXPORT std::list<MMObject*> liveObjects;
 
 /// Set by `collectAll`, and never cleared. While it is set, references leave the counts alone, as
 /// the objects may be gone.
-inline bool shuttingDown = false;
+inline TAMOR_EXPORT bool shuttingDown = false;
 
 /// Deletes the objects whose count is below 1, oldest first, in one pass: an object that loses its
 /// last reference in the sweep goes with it if it stands further on, and stays if further back.
-void collectUnreferenced();
+TAMOR_EXPORT void collectUnreferenced();
 
 /// Deletes all objects, oldest first, whatever their counts.
-void collectAll();
+TAMOR_EXPORT void collectAll();
 
 /// A pointer that counts itself in its object. An empty one holds nothing.
 template <typename T>

@@ -2,6 +2,7 @@
 /// The source of frame times.
 #pragma once
 
+#include "TamorExport.h"
 #include "kernel/MMObject.h"
 
 #include <cstdint>
@@ -9,7 +10,7 @@
 namespace tamor
 {
 /// Counts milliseconds since it was built.
-class Timer : public MMObject
+class TAMOR_EXPORT Timer : public MMObject
 {
 public:
     /// Starts SDL's timer subsystem unless it runs. If that fails the timer counts all the same,

@@ -2,6 +2,7 @@
 /// An OpenGL light.
 #pragma once
 
+#include "TamorExport.h"
 #include "maths/Vector.h"
 
 #include <cstdint>
@@ -11,7 +12,7 @@ namespace tamor
 /// Holds one of OpenGL's light numbers for as long as it lives: the lowest that is free.
 ///
 /// It sets the parameters of its light, and leaves switching lights and lighting on to others.
-class Light
+class TAMOR_EXPORT Light
 {
 public:
     /// Takes the lowest free number; `number` is 0, and nothing is printed, when all are taken.

@@ -2,6 +2,7 @@
 /// The 4 by 4 matrix, in OpenGL's layout.
 #pragma once
 
+#include "TamorExport.h"
 #include "maths/Vector.h"
 
 #include <array>
@@ -10,7 +11,7 @@ namespace tamor
 {
 /// An affine transformation: 16 floats in column-major order, the translation in `m[12]` to
 /// `m[14]`. Vectors are columns, so a matrix acts from the left. Angles are in radians.
-class Matrix
+class TAMOR_EXPORT Matrix
 {
 public:
     /// The identity.

@@ -2,6 +2,8 @@
 /// What the machine's memory holds, and the pages under large arrays.
 #pragma once
 
+#include "TamorExport.h"
+
 #include <cstddef>
 #include <cstdint>
 
@@ -9,7 +11,7 @@ namespace tamor
 {
 /// Whether there is room for so many bytes more: asked before an array is made whose size only a
 /// file or an argument claims. Small sizes are held without asking.
-bool memoryHolds(std::uint64_t bytes);
+TAMOR_EXPORT bool memoryHolds(std::uint64_t bytes);
 
 /// `a` times `b`; the largest number where the product is larger.
 constexpr std::uint64_t saturatingProduct(std::uint64_t a, std::uint64_t b)
@@ -20,9 +22,9 @@ constexpr std::uint64_t saturatingProduct(std::uint64_t a, std::uint64_t b)
 /// Asks for large pages under `size` bytes from `start` on, which are about to be written for the
 /// first time. A hint, which may be refused and changes nothing but the time: writing a large array
 /// a small page at a time can take longer than all the rest of making it.
-void useLargePages(void* start, std::size_t size);
+TAMOR_EXPORT void useLargePages(void* start, std::size_t size);
 
 /// Sets `size` bytes from `start` on to 0. Whole pages are given back, so that they take no memory
 /// before they are written.
-void clearPages(void* start, std::size_t size);
+TAMOR_EXPORT void clearPages(void* start, std::size_t size);
 } // namespace tamor

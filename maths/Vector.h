@@ -6,6 +6,8 @@
 /// OpenGL's state. It knows nothing of windows, events or images.
 #pragma once
 
+#include "TamorExport.h"
+
 #include <cmath>
 #include <iosfwd>
 
@@ -16,7 +18,7 @@ namespace tamor
 ///
 /// Arithmetic acts on x, y and z in single precision, and the result keeps the left operand's `w`,
 /// so that `w` stays 1 through all ordinary use.
-class Vector
+class TAMOR_EXPORT Vector
 {
 public:
     constexpr Vector() = default;
@@ -80,5 +82,5 @@ public:
 static_assert(sizeof(Vector) == 16);
 
 /// Writes "(x, y, z, w)" in the stream's own float format.
-std::ostream& operator<<(std::ostream& stream, Vector vector);
+TAMOR_EXPORT std::ostream& operator<<(std::ostream& stream, Vector vector);
 } // namespace tamor

@@ -2,6 +2,7 @@
 /// The reader of MilkShape 3D's text export. `docs/models.md` has the format line by line.
 #pragma once
 
+#include "TamorExport.h"
 #include "models/Model.h"
 
 #include <cstdio>
@@ -10,7 +11,7 @@
 namespace tamor
 {
 /// A model read from a text export of MilkShape 3D.
-class MS3DModel : public Model
+class TAMOR_EXPORT MS3DModel : public Model
 {
 public:
     ~MS3DModel() override;
@@ -33,5 +34,5 @@ public:
 /// comes in pieces that each lose their last character, as does a last line without a newline. At
 /// the end the last line that was read, from whichever file, comes again; if that one is to be
 /// skipped, this never returns.
-std::string readModelLine(std::FILE* file);
+TAMOR_EXPORT std::string readModelLine(std::FILE* file);
 } // namespace tamor

@@ -6,6 +6,7 @@
 /// model. It leaves textures to textures/, and keeps no clock: the host owns time.
 #pragma once
 
+#include "TamorExport.h"
 #include "maths/Matrix.h"
 #include "maths/Vector.h"
 
@@ -95,7 +96,7 @@ struct Bone
 /// `createModel` makes one that is ready to draw; then `update` and `render` follow once a frame.
 /// Delete it through this class. All operations run on the thread of the OpenGL context. Those that
 /// return an integer return 0 unless told otherwise, and nothing here prints.
-class Model
+class TAMOR_EXPORT Model
 {
 public:
     Model() = default;

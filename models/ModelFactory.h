@@ -2,6 +2,7 @@
 /// From a name to a model.
 #pragma once
 
+#include "TamorExport.h"
 #include "models/Model.h"
 
 #include <string>
@@ -18,5 +19,5 @@ namespace tamor
 /// | any other                                | empty                         |
 ///
 /// The only failure that prints is the reader's; what could not be read stays empty.
-Model* createModel(const std::string& name);
+TAMOR_EXPORT Model* createModel(const std::string& name);
 } // namespace tamor

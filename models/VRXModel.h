@@ -2,6 +2,7 @@
 /// The engine's own compressed model format, as far as it is settled.
 #pragma once
 
+#include "TamorExport.h"
 #include "models/Model.h"
 
 #include <cstdint>
@@ -12,7 +13,7 @@ namespace tamor
 {
 /// A model in the VRX format. Unfinished: reading stops at opening the file, and writing before any
 /// file is touched. Nothing in the engine makes one.
-class VRXModel : public Model
+class TAMOR_EXPORT VRXModel : public Model
 {
 public:
     ~VRXModel() override;
@@ -33,5 +34,5 @@ public:
 /// Each bone's bytes are the first 208 of its record. The bytes of each later section are those of
 /// the model object itself from `restVertices`, `faces` or `materials` on, up to the end of its
 /// last field; the rest of the section is zero.
-std::vector<std::uint8_t> makeVRXBody(const Model& model);
+TAMOR_EXPORT std::vector<std::uint8_t> makeVRXBody(const Model& model);
 } // namespace tamor

@@ -5,6 +5,7 @@
 /// header that stands for GLee. It draws nothing.
 #pragma once
 
+#include "TamorExport.h"
 #include "kernel/Kernel.h"
 
 #include <cstdint>
@@ -17,7 +18,7 @@ namespace tamor
 ///
 /// It swaps the buffers on `EV_RENDER`, before the catchers behind it draw: what they draw is seen
 /// one frame later.
-class GLRender : public EventCatcher
+class TAMOR_EXPORT GLRender : public EventCatcher
 {
 public:
     /// Registers itself for the classes window, update and render. The kernel is not kept.

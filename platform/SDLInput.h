@@ -2,6 +2,7 @@
 /// Keyboard and mouse.
 #pragma once
 
+#include "TamorExport.h"
 #include "kernel/Kernel.h"
 
 #include <array>
@@ -35,7 +36,7 @@ static_assert(sizeof(KeyRecord) == 16);
 /// A key has two indices: its symbol, and the character that SDL reports for it, which is 0 for
 /// none. Key-down sets both records and key-up clears both, without pairing the two: where SDL
 /// reports no character on key-up, the record of the character stays set.
-class SDLInput : public EventCatcher
+class TAMOR_EXPORT SDLInput : public EventCatcher
 {
 public:
     /// Registers itself for the classes resources, window, update and render done.

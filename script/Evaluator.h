@@ -2,6 +2,7 @@
 /// How token lists are executed: expressions by reduction, statements one after the other.
 #pragma once
 
+#include "TamorExport.h"
 #include "script/ScriptToken.h"
 
 #include <cstdint>
@@ -18,14 +19,15 @@ class ScriptInterpreter;
 /// Where one operator stands beside another the value is `TYPE_NULL`, and a missing ")" is taken to
 /// stand at the list's end.
 /// \param list  is left in an undefined state
-ScriptValue evaluateTokens(ScriptInterpreter& interpreter, std::vector<ScriptToken>& list);
+TAMOR_EXPORT ScriptValue evaluateTokens(ScriptInterpreter& interpreter,
+                                        std::vector<ScriptToken>& list);
 
 /// Applies the operator in row `kind` of `scriptOperators`. "=", "++" and "--" write to an operand.
 /// \return `TYPE_NULL` for a kind that is no operator with operands
-ScriptValue applyOperator(ScriptInterpreter& interpreter, ScriptValue& left, int kind,
-                          ScriptValue& right);
+TAMOR_EXPORT ScriptValue applyOperator(ScriptInterpreter& interpreter, ScriptValue& left, int kind,
+                                       ScriptValue& right);
 
 /// Runs the statements of a list. Tokens behind the last `TOK_SEMICOLON` are not run.
 /// \return the literal of the `return` that was reached, or else the last value that was true
-ScriptValue runTokens(ScriptInterpreter& interpreter, std::vector<ScriptToken>& list);
+TAMOR_EXPORT ScriptValue runTokens(ScriptInterpreter& interpreter, std::vector<ScriptToken>& list);
 } // namespace tamor

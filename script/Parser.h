@@ -2,6 +2,7 @@
 /// The way from script text to token lists.
 #pragma once
 
+#include "TamorExport.h"
 #include "script/ScriptPositions.h"
 #include "script/ScriptToken.h"
 
@@ -29,10 +30,11 @@ class ScriptInterpreter;
 ///
 /// Throws `std::out_of_range` where the text ends inside a string or an index.
 /// \return true
-bool parseText(ScriptInterpreter& interpreter, std::vector<ScriptToken>& out, std::string text);
+TAMOR_EXPORT bool parseText(ScriptInterpreter& interpreter, std::vector<ScriptToken>& out,
+                            std::string text);
 
 /// As above, and tells where each token begins. Tokens that were in a list before have no position
 /// there unless an earlier text gave them one.
-bool parseText(ScriptInterpreter& interpreter, std::vector<ScriptToken>& out, std::string text,
-               ScriptPositions& positions);
+TAMOR_EXPORT bool parseText(ScriptInterpreter& interpreter, std::vector<ScriptToken>& out,
+                            std::string text, ScriptPositions& positions);
 } // namespace tamor

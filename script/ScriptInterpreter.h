@@ -9,6 +9,7 @@
 ///     printValue(std::cout, interpreter.variables["result"]);
 #pragma once
 
+#include "TamorExport.h"
 #include "script/Evaluator.h"
 #include "script/Parser.h"
 #include "script/ScriptToken.h"
@@ -50,7 +51,7 @@ struct ScriptFunction
 /// on with the body that it began with, and everything else is seen the next time it is looked at.
 /// Only the entry that `currentFunction` points to must stay. Scripts remove nothing.
 /// One interpreter belongs to one thread at a time.
-class ScriptInterpreter
+class TAMOR_EXPORT ScriptInterpreter
 {
 public:
     /// Sets the variables "false" (0), "true" (1) and "pi", which scripts may overwrite, and the
@@ -90,5 +91,5 @@ private:
 /// The built-in "print": writes each value and a space, then a line end, to the standard error
 /// stream.
 /// \return `TYPE_INT` with the number of values
-ScriptValue builtinPrint(std::string name, std::int32_t count, ScriptValue* values);
+TAMOR_EXPORT ScriptValue builtinPrint(std::string name, std::int32_t count, ScriptValue* values);
 } // namespace tamor

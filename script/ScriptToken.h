@@ -2,6 +2,7 @@
 /// The token record, of which a script's lists are made, and the printer of such lists.
 #pragma once
 
+#include "TamorExport.h"
 #include "script/ScriptValue.h"
 
 #include <cstdint>
@@ -64,5 +65,5 @@ struct ScriptToken
 
 /// Writes a list for a developer's eye, and returns the stream. Variables are written as `>name< `,
 /// separators as ";" and a line end, ends of arguments as "#".
-std::ostream& printTokens(std::ostream& stream, const std::vector<ScriptToken>& list);
+TAMOR_EXPORT std::ostream& printTokens(std::ostream& stream, const std::vector<ScriptToken>& list);
 } // namespace tamor

@@ -6,6 +6,8 @@
 /// means to a scene, a widget or a file is the host's business, through built-in functions.
 #pragma once
 
+#include "TamorExport.h"
+
 #include <bit>
 #include <cstdint>
 #include <ostream>
@@ -28,7 +30,7 @@ enum ScriptType : std::int32_t
 ///
 /// A copy is deep, so two values never share an array. A payload that the tag does not select may
 /// hold anything: the setters leave the other payloads as they stand.
-struct ScriptValue
+struct TAMOR_EXPORT ScriptValue
 {
     /// No value: `TYPE_NULL`.
     ScriptValue() = default;
@@ -71,44 +73,44 @@ struct ScriptValue
 };
 
 /// True for a number other than 0 (a NaN too) and for the string "true"; false for all else.
-bool isTrue(const ScriptValue& value);
+TAMOR_EXPORT bool isTrue(const ScriptValue& value);
 
 /// True for values of the same tag and the same content. Integer 1 and float 1.0 differ; two values
 /// of `TYPE_NULL` are equal; a NaN equals nothing.
-bool equals(const ScriptValue& a, const ScriptValue& b);
+TAMOR_EXPORT bool equals(const ScriptValue& a, const ScriptValue& b);
 
 /// Compares two numbers; false for anything else. An integer beside a float counts as a float.
-bool greaterThan(const ScriptValue& a, const ScriptValue& b);
+TAMOR_EXPORT bool greaterThan(const ScriptValue& a, const ScriptValue& b);
 
 /// Compares two numbers as `greaterThan` does.
 /// \return `TYPE_INT` 0 or 1, or `TYPE_NULL` where an operand is not a number
-ScriptValue lessThan(const ScriptValue& a, const ScriptValue& b);
+TAMOR_EXPORT ScriptValue lessThan(const ScriptValue& a, const ScriptValue& b);
 
 /// The sum of two numbers, an integer for two integers, else a float; or the texts of the two, one
 /// behind the other, where one is a string and the other a string, a number or `TYPE_NULL`.
 /// A string and an array give the empty string, and any other pair `TYPE_NULL`.
-ScriptValue add(const ScriptValue& a, const ScriptValue& b);
+TAMOR_EXPORT ScriptValue add(const ScriptValue& a, const ScriptValue& b);
 
 /// The difference of two numbers, an integer for two integers, else a float; else `TYPE_NULL`.
 /// Integers wrap at 32 bits, here and in `add` and `multiply`.
-ScriptValue subtract(const ScriptValue& a, const ScriptValue& b);
+TAMOR_EXPORT ScriptValue subtract(const ScriptValue& a, const ScriptValue& b);
 
 /// The product of two numbers, an integer for two integers, else a float; else `TYPE_NULL`.
-ScriptValue multiply(const ScriptValue& a, const ScriptValue& b);
+TAMOR_EXPORT ScriptValue multiply(const ScriptValue& a, const ScriptValue& b);
 
 /// The quotient of two numbers, always a float: 7 / 2 is 3.5. Else `TYPE_NULL`.
-ScriptValue divide(const ScriptValue& a, const ScriptValue& b);
+TAMOR_EXPORT ScriptValue divide(const ScriptValue& a, const ScriptValue& b);
 
 /// The remainder of two numbers, cut to integers first, with the sign of `a`; else `TYPE_NULL`.
 ///
 /// A divisor of 0, and the most negative integer with -1, end in the processor's arithmetic trap.
-ScriptValue modulo(const ScriptValue& a, const ScriptValue& b);
+TAMOR_EXPORT ScriptValue modulo(const ScriptValue& a, const ScriptValue& b);
 
 /// `a` to the power of `b`, in single precision: cut to an integer for two integers, else a float;
 /// `TYPE_NULL` where one is not a number.
-ScriptValue power(const ScriptValue& a, const ScriptValue& b);
+TAMOR_EXPORT ScriptValue power(const ScriptValue& a, const ScriptValue& b);
 
 /// Writes the value as a script's user sees it, and returns the stream: "NULL", numbers as the
 /// stream writes them, strings without quotes, arrays as `Array { [0]=1 [1]=2 }`.
-std::ostream& printValue(std::ostream& stream, const ScriptValue& value);
+TAMOR_EXPORT std::ostream& printValue(std::ostream& stream, const ScriptValue& value);
 } // namespace tamor

@@ -6,6 +6,8 @@
 /// `glUseProgram(0)` itself.
 #pragma once
 
+#include "TamorExport.h"
+
 #include <cstdint>
 #include <map>
 #include <string>
@@ -14,8 +16,8 @@ namespace tamor
 {
 /// The OpenGL shader object of each file that was loaded, which all programs share; 0 for none.
 /// Nothing is ever removed or deleted.
-extern std::map<std::string, std::uint32_t> vertexShaders;
-extern std::map<std::string, std::uint32_t> fragmentShaders;
+extern TAMOR_EXPORT std::map<std::string, std::uint32_t> vertexShaders;
+extern TAMOR_EXPORT std::map<std::string, std::uint32_t> fragmentShaders;
 
 /// A program of one vertex and one fragment shader: load both, `link`, then in each frame `use` and
 /// after it `setUniform`.
@@ -25,7 +27,7 @@ extern std::map<std::string, std::uint32_t> fragmentShaders;
 /// Meant: a shader that is missing, does not compile or does not link says nothing, and shows only
 /// in what is drawn; hosts try shaders out on drivers that lack them, and
 /// `ShaderProgramGLTest.StaysSilentOnAShaderThatDoesNotCompile` holds it.
-class ShaderProgram
+class TAMOR_EXPORT ShaderProgram
 {
 public:
     /// Takes `file` as the vertex shader and compiles it, unless some program did before. A program

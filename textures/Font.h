@@ -2,6 +2,8 @@
 /// Text: a font file turned into display lists, drawn and measured.
 #pragma once
 
+#include "TamorExport.h"
+
 #include <array>
 #include <cstdint>
 #include <string>
@@ -17,7 +19,7 @@ namespace tamor
 /// A character of 128 or above has no list and no width.
 ///
 /// The lists and textures live until the process ends; a second `load` leaks the first ones.
-class Font
+class TAMOR_EXPORT Font
 {
 public:
     /// The most characters that `textWidth` measures.

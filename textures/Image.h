@@ -6,6 +6,7 @@
 /// to others.
 #pragma once
 
+#include "TamorExport.h"
 #include "maths/Vector.h"
 
 #include <cstddef>
@@ -38,7 +39,7 @@ struct TextureKey
 ///
 /// A plain record. A copy shares the pixel array, and nothing frees the array when an image goes
 /// out of scope: only the operations that give an image a new size free it, to replace it.
-class Image
+class TAMOR_EXPORT Image
 {
 public:
     /// 2 by 2 pixels, all 0.
@@ -154,5 +155,5 @@ public:
 /// \param image  its pixels are read and stay the caller's
 /// \param key    of which only the flags are read
 /// \return true
-bool uploadTexture(std::uint32_t& id, Image image, TextureKey key);
+TAMOR_EXPORT bool uploadTexture(std::uint32_t& id, Image image, TextureKey key);
 } // namespace tamor

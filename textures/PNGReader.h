@@ -2,6 +2,7 @@
 /// The reader of PNG files: eight bits a channel, red, green, blue and alpha, not interlaced.
 #pragma once
 
+#include "TamorExport.h"
 #include "textures/Image.h"
 
 #include <cstddef>
@@ -12,7 +13,7 @@ namespace tamor
 /// A whole file as 16-bit words, with a cursor that yields the file's bytes in their order.
 ///
 /// A plain record, which does not own its words.
-struct PNGWordStream
+struct TAMOR_EXPORT PNGWordStream
 {
     /// The next byte; 0 behind the words that there are.
     std::uint8_t readByte();
@@ -50,5 +51,5 @@ struct PNGWordStream
 ///         Could not decompress PNG data. Error code: <code of zlib>
 ///         unsupported filter format at byte <offset>: <filter type>
 ///         <path>: Too large for the memory
-bool readPNG(Image& image, TextureKey key);
+TAMOR_EXPORT bool readPNG(Image& image, TextureKey key);
 } // namespace tamor

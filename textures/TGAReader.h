@@ -2,6 +2,7 @@
 /// The reader of TGA files: run-length encoded true colour, and nothing else.
 #pragma once
 
+#include "TamorExport.h"
 #include "textures/Image.h"
 
 namespace tamor
@@ -26,5 +27,5 @@ namespace tamor
 ///         Error loading texture tga file '<path>'
 ///         Please use compressed TGAs
 ///         <path>: Too large for the memory
-bool readTGA(Image& image, TextureKey key);
+TAMOR_EXPORT bool readTGA(Image& image, TextureKey key);
 } // namespace tamor

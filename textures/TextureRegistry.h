@@ -2,6 +2,7 @@
 /// One texture a file, however many ask for it, and the choice of an image's reader by its name.
 #pragma once
 
+#include "TamorExport.h"
 #include "textures/Image.h"
 
 #include <cstdint>
@@ -17,10 +18,10 @@ struct TextureEntry
 };
 
 /// All textures asked for, oldest first. Nothing is ever removed.
-extern std::vector<TextureEntry> textureRegistry;
+extern TAMOR_EXPORT std::vector<TextureEntry> textureRegistry;
 
 /// How many holders each texture has, by OpenGL name. Bookkeeping: nothing decides by it.
-extern std::vector<std::uint16_t> textureRefCounts;
+extern TAMOR_EXPORT std::vector<std::uint16_t> textureRefCounts;
 
 /// Sets `id` to the texture for `key`, loading it on the first request.
 ///
@@ -30,7 +31,7 @@ extern std::vector<std::uint16_t> textureRefCounts;
 /// \return true. Prints one of, on a request for a key that is known:
 ///         reassigning this texture
 ///         not reloading texture
-bool assignTexture(std::uint32_t& id, const TextureKey& key);
+TAMOR_EXPORT bool assignTexture(std::uint32_t& id, const TextureKey& key);
 
 /// Fills `image` from the file at `key.path`: a path with "tga" anywhere in it through `readTGA`,
 /// otherwise one with "png" through `readPNG`.
@@ -42,5 +43,5 @@ bool assignTexture(std::uint32_t& id, const TextureKey& key);
 /// old pixels, which may be fewer. Whoever goes on with such an image compares the two first.
 /// \return whether the reader succeeded. Any other path prints
 ///         <path>: Unsupported texture format
-bool loadImage(Image& image, TextureKey key);
+TAMOR_EXPORT bool loadImage(Image& image, TextureKey key);
 } // namespace tamor

@@ -7,6 +7,7 @@
 /// reader) is gui/'s.
 #pragma once
 
+#include "TamorExport.h"
 #include "gui/GLWidget.h"
 
 #include <cstdint>
@@ -26,7 +27,7 @@ namespace tamor
 /// | hover          | left press                   | hover, active, clicked                   |
 /// | hover, active  | pointer anywhere, left down  | hover, active                            |
 /// | hover, active  | left release                 | idle, until the next pointer event       |
-class Button : public GLWidget
+class TAMOR_EXPORT Button : public GLWidget
 {
 public:
     /// A text button, as wide as its caption and one font width, and one and a half font heights

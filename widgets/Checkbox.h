@@ -2,6 +2,7 @@
 /// A tick that is on or off, with a caption.
 #pragma once
 
+#include "TamorExport.h"
 #include "gui/GLWidget.h"
 
 #include <string>
@@ -14,7 +15,7 @@ namespace tamor
 /// |-------|---------------|---------------------------|
 /// | off   | press over it | on, `fade` 1, fading in   |
 /// | on    | press over it | off, `fade` 1, fading out |
-class Checkbox : public GLWidget
+class TAMOR_EXPORT Checkbox : public GLWidget
 {
 public:
     /// With a caption: room for the icon and the text, as high as the icon or two font heights.

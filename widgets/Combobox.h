@@ -2,6 +2,7 @@
 /// A box that shows the chosen line of a list, and drops the list below itself.
 #pragma once
 
+#include "TamorExport.h"
 #include "gui/GLWidget.h"
 
 #include <array>
@@ -25,7 +26,7 @@ namespace tamor
 ///
 /// A press or release anywhere else leaves an open list open. While it is open `depth` is -1, so
 /// that parents draw the box over its siblings.
-class Combobox : public GLWidget
+class TAMOR_EXPORT Combobox : public GLWidget
 {
 public:
     /// Builds the box around its button, which is named "__<name>dropbox" and has the theme

@@ -2,6 +2,7 @@
 /// A group of widgets, with or without an outline.
 #pragma once
 
+#include "TamorExport.h"
 #include "gui/GLWidget.h"
 
 #include <string>
@@ -12,7 +13,7 @@ namespace tamor
 ///
 /// Its size is that of its content, once `fitChildren` has run. It never lights up: the outline is
 /// always at the theme's `dimBrightness`.
-class Frame : public GLWidget
+class TAMOR_EXPORT Frame : public GLWidget
 {
 public:
     /// \param isBordered  draw the outline, and keep 3 times the theme's `margin` around the

@@ -2,6 +2,7 @@
 /// The main container: a plate with a title strip, by which it can be dragged.
 #pragma once
 
+#include "TamorExport.h"
 #include "gui/GLWidget.h"
 
 #include <cstdint>
@@ -21,7 +22,7 @@ namespace tamor
 /// |          | and no child hovered                          |             |
 /// | dragging | pointer                                       | moves along |
 /// | dragging | buttons without left, and no child hovered    | still       |
-class GLWindow : public GLWidget
+class TAMOR_EXPORT GLWindow : public GLWidget
 {
 public:
     /// \param isDraggable  whether the title strip takes the window along

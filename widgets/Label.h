@@ -2,6 +2,7 @@
 /// Text that stands by itself.
 #pragma once
 
+#include "TamorExport.h"
 #include "gui/GLWidget.h"
 
 #include <string>
@@ -10,7 +11,7 @@ namespace tamor
 {
 /// Static text without a plate, of one line or more. The application changes it with `setCaption`,
 /// which does not measure again.
-class Label : public GLWidget
+class TAMOR_EXPORT Label : public GLWidget
 {
 public:
     /// As wide as the widest line and one font width. The height is one and a half font heights for

@@ -2,6 +2,7 @@
 /// One choice of several.
 #pragma once
 
+#include "TamorExport.h"
 #include "widgets/Checkbox.h"
 
 #include <string>
@@ -20,7 +21,7 @@ namespace tamor
 /// | off   | `deselect`                       | off                           |
 /// | any   | its parent adds a child, and it  | on, `fade` 0                  |
 /// |       | is the first exclusive one there |                               |
-class Optionbox : public Checkbox
+class TAMOR_EXPORT Optionbox : public Checkbox
 {
 public:
     using Checkbox::Checkbox;

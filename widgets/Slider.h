@@ -2,6 +2,7 @@
 /// A value between 0 and 1, dragged along a line.
 #pragma once
 
+#include "TamorExport.h"
 #include "gui/GLWidget.h"
 
 #include <string>
@@ -21,7 +22,7 @@ namespace tamor
 /// | dragging | pointer outside the area                  | dragging, `value` stays      |
 /// | dragging | buttons without left                      | idle, and no hover until the |
 /// |          |                                           | next pointer event           |
-class Slider : public GLWidget
+class TAMOR_EXPORT Slider : public GLWidget
 {
 public:
     /// \param newExtent  length of the line along x and y, in GUI units

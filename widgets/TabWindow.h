@@ -2,6 +2,7 @@
 /// One of several sets of widgets at a time, chosen by a row of buttons.
 #pragma once
 
+#include "TamorExport.h"
 #include "widgets/GLWindow.h"
 
 #include <cstddef>
@@ -30,7 +31,7 @@ struct Tab
 /// It is built in this order: `addTab` for every tab, `addToTab` for their widgets, `fitChildren`
 /// once. While it is being built `children` holds the widgets of all tabs, which is how the window
 /// gets the size of the largest.
-class TabWindow : public GLWindow
+class TAMOR_EXPORT TabWindow : public GLWindow
 {
 public:
     /// Has no tab, no title, and cannot be dragged.

@@ -2,6 +2,7 @@
 /// Text that is typed: the one widget that reads the keyboard.
 #pragma once
 
+#include "TamorExport.h"
 #include "gui/GLWidget.h"
 
 #include <cstddef>
@@ -21,7 +22,7 @@ namespace tamor
 /// | unfocused | left press over the box                       | focused   |
 /// | focused   | a sibling in the exclusive group is chosen    | unfocused |
 /// | focused   | a press elsewhere                             | focused   |
-class Textbox : public GLWidget
+class TAMOR_EXPORT Textbox : public GLWidget
 {
 public:
     /// Prints "textbox <columns> <rows>" and "dim: <dimensions>".

@@ -23,6 +23,7 @@ namespace tamor::test
 namespace
 {
 using testing::HasSubstr;
+using testing::Not;
 
 /// Runs a command of the shell and returns what it writes; an exit status other than 0 is a failure.
 std::string outputOf(const std::string& command,
@@ -139,6 +140,23 @@ TEST_F(InstallGLTest, PkgConfigTellsOneCallOfTheCompiler)
 
     EXPECT_EQ(outputOf("pkg-config --modversion tamor", environment), TAMOR_VERSION "\n");
     expectOrange("./host");
+}
+
+TEST_F(InstallGLTest, TheSharedLibraryHasAVersionAndOffersWhatIsPublic)
+{
+    if (kinds().back() != "shared")
+        GTEST_SKIP() << "only the static library was built";
+    const std::string library = outputOf("find '" + prefix() + "' -type f -name 'libtamor.so.*'");
+    const std::string path = library.substr(0, library.find('\n'));
+
+    const std::string head = outputOf("readelf -dW '" + path + "'");
+    const std::string names = outputOf("nm -DC --defined-only '" + path + "'");
+
+    EXPECT_THAT(path, HasSubstr("libtamor.so." TAMOR_VERSION));
+    EXPECT_THAT(head, HasSubstr("soname: [libtamor.so." + std::string(1, TAMOR_VERSION[0]) + "]"));
+    EXPECT_THAT(names, HasSubstr("tamor::Kernel::run()"));
+    EXPECT_THAT(names, HasSubstr("tamor::liveObjects"));
+    EXPECT_THAT(names, Not(HasSubstr("tamor::script::")));
 }
 
 TEST_F(InstallGLTest, HasTheHeadersThatAHostMayInclude)

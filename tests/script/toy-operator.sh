@@ -8,7 +8,7 @@ source=$1
 compiler=$2
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
-cp -r "$source/script" "$work/script"
+cp -r "$source/script" "$source/TamorExport.h" "$work"
 cd "$work"
 
 # The page leaves the line numbers out; each piece of the listing replaces lines that occur once.

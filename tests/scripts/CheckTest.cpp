@@ -41,7 +41,8 @@ protected:
                                 "target_include_directories(tree PRIVATE .)\n"
                                 "file(WRITE ${CMAKE_BINARY_DIR}/left-out.txt kernel/Peer.cpp)\n");
         std::filesystem::create_directory("kernel");
-        write("kernel/Event.h", "#pragma once\n\nextern int* event;\n");
+        write("kernel/Event.h",
+              "#pragma once\n\n#define TAMOR_EXPORT\n\nextern TAMOR_EXPORT int* event;\n");
         write("kernel/Event.cpp", "int* event = nullptr;\n");
         write("kernel/Kernel.cpp", "#include \"kernel/Event.h\"\n");
     }
