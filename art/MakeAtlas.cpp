@@ -1,8 +1,10 @@
 /// \file
 /// Draws a picture that is described in text and writes it as a TGA file, the kind that the engine
-/// reads: true colour, 32 bits a pixel, run-length encoded, bottom row first.
+/// reads: true colour, 32 bits a pixel, run-length encoded, bottom row first. A file whose name ends
+/// in ".svg" gets the shapes themselves, as a desktop's icon has them.
 ///
 ///     make-atlas art/gui.atlas data/gui.tga
+///     make-atlas art/quill.atlas tamor-demo.svg
 ///
 /// A description has one instruction a line; `#` starts a remark. Lengths in `size` and `cell` are
 /// pixels from the bottom left; all others run from 0 to 100 across the cell, x right and y up.
@@ -115,6 +117,11 @@ public:
     {
         origin = corner;
         side = newSide;
+        if (!shapes.str().empty())
+            shapes << "</g></svg>\n";
+        shapes << "<svg x=\"" << corner.x << "\" y=\"" << height - corner.y - side << "\" width=\""
+               << side << "\" height=\"" << side
+               << "\" viewBox=\"0 0 100 100\"><g transform=\"matrix(1 0 0 -1 0 100)\">\n";
     }
 
     void useColour(Colour newColour) { colour = newColour; }
@@ -122,21 +129,34 @@ public:
     void disc(Point centre, double radius)
     {
         paint(boxAround({centre}, radius), [&](Point p) { return distance(p, centre) <= radius; });
+        shapes << "<circle cx=\"" << centre.x << "\" cy=\"" << centre.y << "\" r=\"" << radius
+               << "\"" << paintOf("fill") << "/>\n";
     }
 
     void ring(Point centre, double radius, double lineWidth)
     {
         paint(boxAround({centre}, radius + lineWidth / 2),
               [&](Point p) { return std::fabs(distance(p, centre) - radius) <= lineWidth / 2; });
+        shapes << "<circle cx=\"" << centre.x << "\" cy=\"" << centre.y << "\" r=\"" << radius
+               << "\" fill=\"none\"" << lineOf(lineWidth) << "/>\n";
     }
 
-    void startPath(Point point) { path = {point}; }
+    void startPath(Point point)
+    {
+        path = {point};
+        pathText = "M" + textOf(point);
+    }
 
-    void lineTo(Point point) { path.push_back(point); }
+    void lineTo(Point point)
+    {
+        path.push_back(point);
+        pathText += " L" + textOf(point);
+    }
 
     void bendTo(Point control, Point end)
     {
         const Point start = path.empty() ? end : path.back();
+        pathText += " Q" + textOf(control) + " " + textOf(end);
         for (int i = 1; i <= piecesPerBend; i++) {
             const double t = static_cast<double>(i) / piecesPerBend;
             const double s = 1 - t;
@@ -149,16 +169,21 @@ public:
     {
         if (!path.empty())
             paint(boxAround(path, 0), [&](Point p) { return isInside(p, path); });
+        shapes << "<path d=\"" << pathText << " Z\" fill-rule=\"evenodd\"" << paintOf("fill")
+               << "/>\n";
     }
 
     void stroke(double lineWidth)
     {
         paint(boxAround(path, lineWidth / 2),
               [&](Point p) { return isOnLine(p, path, lineWidth / 2); });
+        shapes << "<path d=\"" << pathText << "\" fill=\"none\"" << lineOf(lineWidth) << "/>\n";
     }
 
     bool write(const std::string& file)
     {
+        if (file.ends_with(".svg"))
+            return writeShapes(file);
         std::vector<std::uint8_t> bytes;
         for (int y = 0; y < height; y++)
             for (int x = 0; x < width; x++)
@@ -168,6 +193,43 @@ public:
     }
 
 private:
+    static std::string textOf(Point point)
+    {
+        std::ostringstream text;
+        text << point.x << ' ' << point.y;
+        return text.str();
+    }
+
+    /// The colour as what `attribute`, "fill" or "stroke", has.
+    std::string paintOf(const std::string& attribute) const
+    {
+        std::ostringstream text;
+        text << ' ' << attribute << "=\"rgb(" << std::lround(colour.red * 255) << ','
+             << std::lround(colour.green * 255) << ',' << std::lround(colour.blue * 255) << ")\" "
+             << attribute << "-opacity=\"" << colour.alpha << '"';
+        return text.str();
+    }
+
+    std::string lineOf(double lineWidth) const
+    {
+        std::ostringstream text;
+        text << paintOf("stroke") << " stroke-width=\"" << lineWidth
+             << R"(" stroke-linecap="round" stroke-linejoin="round")";
+        return text.str();
+    }
+
+    bool writeShapes(const std::string& file) const
+    {
+        std::ofstream out(file);
+        out << "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"" << width << "\" height=\""
+            << height << "\">\n"
+            << shapes.str();
+        if (!shapes.str().empty())
+            out << "</g></svg>\n";
+        out << "</svg>\n";
+        return out.good();
+    }
+
     /// Pixels, from the first to the last that a shape can touch.
     struct Box
     {
@@ -259,6 +321,8 @@ private:
     double side = 100;
     Colour colour;
     std::vector<Point> path;
+    std::string pathText;      // the path as SVG has it
+    std::ostringstream shapes; // all that was drawn, as elements of SVG
 };
 
 struct Instruction
@@ -333,7 +397,7 @@ bool carryOut(Drawing& drawing, const std::string& line)
 int main(int argumentCount, char** arguments)
 {
     if (argumentCount != 3) {
-        std::cerr << "usage: make-atlas DESCRIPTION PICTURE.tga\n";
+        std::cerr << "usage: make-atlas DESCRIPTION PICTURE.tga|PICTURE.svg\n";
         return 2;
     }
     std::ifstream description(arguments[1]);
