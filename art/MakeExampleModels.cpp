@@ -1,6 +1,6 @@
 /// \file
 /// Makes the model files of examples/models/ and their textures in the directory of the one
-/// argument: a fish that swims, by a chain of bones, and a vase that stands.
+/// argument: a fish that swims, by a chain of bones, a vase that stands, and the heights of an island.
 ///
 /// All is worked out from the tables and formulas here: `tamor-make-example-models examples/models`
 /// makes the files anew, and a test compares what it writes with what is there.
@@ -473,6 +473,30 @@ Raster makeVaseTexture()
     return raster;
 }
 
+// The heights of an island: a ring of mountains round a lake, open to one side.
+
+Vector craterHeight(float u, float v)
+{
+    const float x = 2 * u - 1;
+    const float y = 2 * v - 1;
+    const float turn = std::atan2(y, x);
+    const float distance = std::hypot(x, y);
+    const float ring = 0.46F + 0.05F * std::sin(3 * turn) + 0.03F * std::sin(7 * turn + 1);
+    const float gap = smoothStep(0.15F, 0.75F, std::abs(turn - 1.1F));
+    const float wall = std::exp(-std::pow((distance - ring) / 0.17F, 2.0F));
+    const float shore = 0.34F * (1 - smoothStep(0.45F, 0.92F, distance));
+    const float height =
+        shore + 0.50F * wall * gap - 0.16F * (1 - smoothStep(0.1F, 0.3F, distance));
+    return Vector(1.0F, 1.0F, 1.0F) * (height * (1 - smoothStep(0.75F, 0.98F, distance)));
+}
+
+Raster makeCraterHeights()
+{
+    Raster raster(129, 129);
+    raster.fill(craterHeight);
+    return raster;
+}
+
 Material makeMaterial(const Vector& diffuse, const std::string& texture)
 {
     Material material;
@@ -513,6 +537,7 @@ int main(int argumentCount, char** arguments)
 
     const bool written =
         fish.write(directory + "/fish.ms3d") && write(makeFishTexture(), directory + "/fish.tga") &&
-        vase.write(directory + "/vase.ms3d") && write(makeVaseTexture(), directory + "/vase.tga");
+        vase.write(directory + "/vase.ms3d") && write(makeVaseTexture(), directory + "/vase.tga") &&
+        write(makeCraterHeights(), directory + "/crater.tga");
     return written ? 0 : 1;
 }

@@ -64,12 +64,13 @@ build_preset()
     cmake --build --preset "$preset" --target "$target" --parallel "$(nproc)"
 }
 
-# Starts an X server of the script's own, sets DISPLAY to it and ends it with the script.
+# start_display [SIZE]: starts an X server of the script's own, sets DISPLAY to it and ends it with the
+# script.
 start_display()
 {
     local number
     number=$(mktemp)
-    Xvfb -displayfd 3 -screen 0 1024x768x24 -nolisten tcp -noreset 3>"$number" >/dev/null 2>&1 </dev/null &
+    Xvfb -displayfd 3 -screen 0 "${1:-1024x768}x24" -nolisten tcp -noreset 3>"$number" >/dev/null 2>&1 </dev/null &
     display_process=$!
     trap 'kill "$display_process" 2>/dev/null || true' EXIT
     until [[ -s $number ]]; do
