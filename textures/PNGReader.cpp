@@ -4,15 +4,16 @@
 #include "textures/internal/Pixels.h"
 
 #include <arpa/inet.h>
+#include <fcntl.h>
+#include <unistd.h>
 #include <zlib.h>
 
 #include <algorithm>
-#include <cstdio>
+#include <array>
+#include <cerrno>
 #include <cstdlib>
 #include <cstring>
 #include <iostream>
-#include <tuple>
-#include <vector>
 
 namespace tamor
 {
@@ -30,7 +31,7 @@ constexpr uLongf statedCapacity = 32;
 
 // Sizes beyond this are nonsense. (A directory opens like a file, and claims to hold 2^63 - 1
 // bytes.)
-constexpr long largestFile = 0x7FFFFFFF;
+constexpr off_t largestFile = 0x7FFFFFFF;
 
 constexpr std::size_t bytesAPixel = 4;
 
@@ -40,37 +41,51 @@ constexpr std::size_t bytesAPixel = 4;
 /// it.
 std::uint16_t* newWords(std::size_t wordCount)
 {
-    return new std::uint16_t[wordCount + 2]();
+    return new std::uint16_t[wordCount + 2];
 }
 
-std::uint32_t countWords(std::FILE* file)
+std::uint32_t countWords(int file)
 {
-    std::fseek(file, 0, SEEK_END);
-    const long size = std::ftell(file);
-    std::fseek(file, 0, SEEK_SET);
+    const off_t size = lseek(file, 0, SEEK_END);
     if (size < 0 || size > largestFile)
         return 0;
     return static_cast<std::uint32_t>(size) >> 1;
 }
 
-/// Reads the file five words at a time, each by itself. The word that meets the end of the file is
-/// stored too, which is what the spare words are for.
-PNGWordStream readWords(std::FILE* file, std::uint32_t wordCount)
+/// Reads up to `size` bytes from the start of a file. Returns how many there are, or can be read.
+std::size_t readStart(int file, void* bytes, std::size_t size)
+{
+    std::size_t count = 0;
+    while (count < size) {
+        const ssize_t part = pread(file, static_cast<std::uint8_t*>(bytes) + count, size - count,
+                                   static_cast<off_t>(count));
+        if (part == 0 || (part < 0 && errno != EINTR))
+            break;
+        count += static_cast<std::size_t>(std::max<ssize_t>(part, 0));
+    }
+    return count;
+}
+
+/// Reads the words of a file, in groups of five: the last one is begun whole, and what meets the end
+/// of the file is stored as a word, too, in which the word before shows where the file has no byte
+/// for it. That is what the spare words are for.
+PNGWordStream readWords(int file, std::uint32_t wordCount)
 {
     PNGWordStream stream;
     stream.wordLimit = wordCount + 2;
     stream.words = newWords(wordCount);
-    std::uint16_t word = 0;
-    std::uint32_t stored = 0;
-    for (std::uint32_t counter = 0; counter < wordCount; counter += 5) {
-        for (int attempt = 0; attempt < 5; attempt++) {
-            if (std::feof(file) != 0 || stored == stream.wordLimit)
-                break;
-            std::ignore = std::fread(&word, sizeof word, 1, file);
-            stream.words[stored] = ntohs(word);
-            stored++;
-        }
+    const std::size_t wanted = std::min((wordCount + 4) / 5 * 5, stream.wordLimit);
+    const std::size_t byteCount = readStart(file, stream.words, wanted * sizeof(std::uint16_t));
+
+    std::size_t stored = byteCount / sizeof(std::uint16_t);
+    if (stored < wanted) {
+        std::uint16_t last = stored > 0 ? stream.words[stored - 1] : 0;
+        std::memcpy(&last, &stream.words[stored], byteCount % sizeof last);
+        stream.words[stored++] = last;
     }
+    std::transform(stream.words, stream.words + stored, stream.words,
+                   [](std::uint16_t word) { return ntohs(word); });
+    std::fill(stream.words + stored, stream.words + stream.wordLimit, std::uint16_t{0});
     return stream;
 }
 
@@ -81,21 +96,28 @@ std::int32_t readSize(const std::uint8_t* bytes)
     return static_cast<std::int32_t>(ntohl(value));
 }
 
-/// The data of a chunk. What its length claims beyond the end of the file is left out.
-std::vector<std::uint8_t> readChunkData(PNGWordStream& stream, std::uint32_t length)
+void readBytes(PNGWordStream& stream, std::uint8_t* bytes, std::size_t count)
 {
-    const std::uint32_t wordsLeft = stream.wordLimit - std::min(stream.wordIndex, stream.wordLimit);
-    std::vector<std::uint8_t> data(std::min<std::size_t>(length, 2 * std::size_t{wordsLeft}));
-    for (std::uint8_t& byte : data)
-        byte = stream.readByte();
-    return data;
+    for (std::size_t k = 0; k < count; k++)
+        bytes[k] = stream.readByte();
+}
+
+/// Steps over so many bytes. Behind the last word, where the cursor may come to stand, all are 0.
+void skipBytes(PNGWordStream& stream, std::size_t count)
+{
+    const std::size_t place = std::size_t{2} * stream.wordIndex + stream.lowByteNext + count;
+    stream.wordIndex = static_cast<std::uint32_t>(place / 2);
+    stream.lowByteNext = place % 2;
 }
 
 /// Takes the picture's size from a header chunk; what a short chunk lacks is 0.
 /// \return whether the picture is of the one form that is read
-bool readHeader(Image& image, std::vector<std::uint8_t> data)
+bool readHeader(Image& image, PNGWordStream& stream, std::size_t length)
 {
-    data.resize(std::max(data.size(), headerSize));
+    std::array<std::uint8_t, headerSize> data{};
+    const std::size_t taken = std::min(length, data.size());
+    readBytes(stream, data.data(), taken);
+    skipBytes(stream, length - taken);
     image.width = readSize(&data[0]);
     image.height = readSize(&data[4]);
     const bool isCompressedByMethod0 = data[10] == 0;
@@ -112,7 +134,7 @@ bool readHeader(Image& image, std::vector<std::uint8_t> data)
 /// byte, and as many bytes as zlib is told behind an offset of two.
 std::uint8_t* newJoinedData(std::uint32_t wordCount)
 {
-    return new std::uint8_t[2 * std::size_t{wordCount} + 8]();
+    return new std::uint8_t[2 * std::size_t{wordCount} + 8];
 }
 
 /// Storage for all that zlib may write. The rows of a larger picture read as 0 behind it.
@@ -160,22 +182,28 @@ struct Storage
     bool isKept = false; ///< whether it stays allocated when the reading is over
 };
 
-/// Walks the chunks to the end of the words.
+/// Walks the chunks to the end of the words. What a chunk's length claims beyond is left out.
 /// \return false after a header that is not of the one form that is read
 bool readChunks(Image& image, PNGWordStream& stream, std::uint32_t wordCount, Storage& storage)
 {
     while (stream.wordIndex < wordCount) {
-        const std::uint32_t length = stream.readLong();
+        const std::uint32_t claimed = stream.readLong();
         const std::uint32_t type = stream.readLong();
-        const std::vector<std::uint8_t> data = readChunkData(stream, length);
-        stream.readLong(); // the check sum, which is not computed
-        if (type == headerChunk && !readHeader(image, data))
-            return false;
-        if (type == dataChunk) {
-            std::copy(data.begin(), data.end(), storage.joined + storage.joinedLength);
-            storage.joinedLength += data.size();
+        const std::uint32_t wordsLeft =
+            stream.wordLimit - std::min(stream.wordIndex, stream.wordLimit);
+        const std::size_t length = std::min<std::size_t>(claimed, 2 * std::size_t{wordsLeft});
+        if (type == headerChunk) {
+            if (!readHeader(image, stream, length))
+                return false;
+        } else if (type == dataChunk) {
+            readBytes(stream, storage.joined + storage.joinedLength, length);
+            storage.joinedLength += length;
+        } else {
+            skipBytes(stream, length);
         }
+        stream.readLong(); // the check sum, which is not computed
     }
+    std::fill_n(storage.joined + storage.joinedLength, 2, std::uint8_t{0});
     return true;
 }
 
@@ -324,14 +352,14 @@ std::uint32_t PNGWordStream::readLong()
 
 bool readPNG(Image& image, TextureKey key)
 {
-    std::FILE* const file = std::fopen(key.path.c_str(), "rb");
-    if (file == nullptr) {
+    const int file = open(key.path.c_str(), O_RDONLY | O_CLOEXEC);
+    if (file < 0) {
         std::cerr << "Error opening " << key.path << std::endl;
         return false;
     }
     const std::uint32_t wordCount = countWords(file);
     PNGWordStream stream = readWords(file, wordCount);
-    std::fclose(file);
+    close(file);
 
     if (stream.readLong() != signatureHigh || stream.readLong() != signatureLow) {
         std::cerr << key.path << " is not a valid png file - header invalid" << std::endl;

@@ -3,12 +3,14 @@
 #include "benchmarks/models/Torus.h"
 #include "benchmarks/support/NoOpWindow.h"
 #include "benchmarks/support/UpdateReceiver.h"
+#include "benchmarks/textures/SmallPNG.h"
 #include "generator/MeshGenerator.h"
 #include "kernel/Kernel.h"
 #include "models/MS3DModel.h"
 #include "models/internal/CornerArrays.h"
 #include "textures/Font.h"
 #include "textures/Image.h"
+#include "textures/PNGReader.h"
 #include "textures/TGAReader.h"
 
 #include <array>
@@ -79,6 +81,26 @@ Work readOfTGA(std::uint32_t longestRun)
     };
 }
 
+Work readOfPNG()
+{
+    const std::string path = writeTemporary("tamor-budget.png", makeSmallPNG(frontOfOurs, 10000));
+    return [path] {
+        Image image;
+        return readPNG(image, {path, 0}) && image.pixels[23] == smallPNGsPixels()[23];
+    };
+}
+
+/// The bytes and the mipmaps.
+Work upload()
+{
+    openNoOpWindow();
+    return [image = scatteredImage()] {
+        std::uint32_t id = 0;
+        uploadTexture(id, image, {"", 0});
+        return id != 0;
+    };
+}
+
 Font loadedFont()
 {
     openNoOpWindow();
@@ -108,6 +130,8 @@ const Workload workloads[] = {
     {"kernel.send", sendToThreeCatchers},
     {"image.readTGA", [] { return readOfTGA(1); }},
     {"image.readTGA.runs", [] { return readOfTGA(60); }},
+    {"image.readPNG", readOfPNG},
+    {"image.upload", upload},
     {"image.invert", [] { return onAnImage([](Image& image) { image.invert(false); }); }},
     {"image.clamp",
      [] {

@@ -337,6 +337,7 @@ TEST(ReadPNG, HandsZlibTheFullLengthBehindTwoBytesAndRoomFor32)
     EXPECT_EQ(lastUncompress.capacity, 32U);
     ASSERT_EQ(lastUncompress.source.size(), data.size());
     EXPECT_EQ(lastUncompress.source.substr(0, 8), "abcdefgh");
+    EXPECT_EQ(lastUncompress.source.substr(data.size() - 2), std::string(2, '\0'));
 }
 
 TEST(ReadPNG, CountsTheWholeWordsOfAFile)
@@ -521,6 +522,52 @@ TEST(ReadPNG, DoesNotCountTheLastByteOfAFileOfOddSize)
 
     EXPECT_TRUE(read(whole + "x").result);
     EXPECT_TRUE(read(whole.substr(0, whole.size() - 1)).result);
+}
+
+/// A picture that ends in the check sum of its rows, without the last `missing` bytes.
+/// \param filler  a chunk in front of the data, which moves the end by whole words
+std::string cutInTheCheckSum(const std::string& rows, const std::string& filler,
+                             std::size_t missing)
+{
+    const std::string data = readableData(rows);
+    const std::string file = signature + header(1, 1) + filler + chunk("IDAT", data);
+    constexpr std::size_t chunksOwnSum = 4;
+    return file.substr(0, file.size() - chunksOwnSum - missing);
+}
+
+TEST(ReadPNG, StoresTheLastWordOnceMoreAtTheEndOfTheFile)
+{
+    const std::string rows(1, '\0'); // check sum 00 01 00 01
+    const std::string file = cutInTheCheckSum(rows, chunk("fiLL", ""), 2);
+    ASSERT_EQ(file.size(), 2 * 31U);
+
+    EXPECT_EQ(read(file).errors, "");
+}
+
+TEST(ReadPNG, StoresTheLastByteWithThatOfTheWordBefore)
+{
+    const std::string rows("\0\xFE\0", 3); // check sum 01 FF 00 FF
+    const std::string file = cutInTheCheckSum(rows, chunk("fiLL", ""), 1);
+    ASSERT_EQ(file.size() % 2, 1U);
+
+    EXPECT_EQ(read(file).errors, "");
+}
+
+TEST(ReadPNG, DoesNotMeetTheEndOfAFileOfWholeGroupsOfFiveWords)
+{
+    const std::string file = cutInTheCheckSum(std::string(1, '\0'), "", 2);
+    ASSERT_EQ(file.size(), 2 * 25U);
+
+    EXPECT_EQ(read(file).errors, notDecompressed);
+}
+
+TEST(ReadPNG, StepsOverWhatALongHeaderHasTooMuch)
+{
+    std::string longHeader = header(1, 1);
+    longHeader.insert(longHeader.size() - 4, "more");
+    longHeader[3] += 4;
+
+    EXPECT_EQ(read(signature + longHeader + chunk("IDAT", readableData("\1abcd"))).errors, "");
 }
 
 TEST(ReadPNG, PassesZlibNoMoreThanTheStatedRoomWhateverTheSize)
