@@ -83,7 +83,7 @@ void weightedMeans(float* __restrict means, const float* __restrict source, std:
                    KernelPart part, float divisor, std::size_t count)
 {
     // So many sums side by side stay in the processor's registers.
-    constexpr std::size_t tile = 16;
+    constexpr std::size_t tile = 64;
     const float* const first = source + part.first * stride;
     std::size_t n = 0;
     for (; n + tile <= count; n += tile) {
@@ -132,12 +132,22 @@ void weightedMeansOfVisible(float* __restrict means, const float* __restrict sou
     }
 }
 
+TAMOR_WIDEST_VECTORS
 bool hasTransparentPixel(const float* row, std::size_t count)
 {
-    for (std::size_t n = 0; n < count; n += channels)
-        if (row[n + alphaChannel] == 0.0F)
-            return true;
-    return false;
+    // All channels are compared, which takes no longer, and alpha's results looked at in the end.
+    constexpr std::size_t tile = 8 * channels;
+    std::array<std::uint32_t, tile> isZero = {};
+    std::size_t n = 0;
+    for (; n + tile <= count; n += tile)
+        for (std::size_t t = 0; t < tile; t++)
+            isZero[t] |= row[n + t] == 0.0F ? 1U : 0U;
+    for (std::size_t t = 0; n + t < count; t++)
+        isZero[t] |= row[n + t] == 0.0F ? 1U : 0U;
+    std::uint32_t result = 0;
+    for (std::size_t t = alphaChannel; t < tile; t += channels)
+        result |= isZero[t];
+    return result != 0;
 }
 
 /// Blurs along a row of `length` pixels. Away from its ends all pixels have the whole kernel.
@@ -172,15 +182,13 @@ bool Image::blur(std::int32_t radius)
         return pixels + rowLength * static_cast<std::size_t>(i);
     };
 
-    // A blurred row is held back until no row to come needs the old one that it replaces.
-    const std::int32_t delay = std::min(kernel.reach + 1, width);
-    std::vector<float> heldBack(rowLength * static_cast<std::size_t>(delay));
-    const auto heldRow = [&](std::int32_t i) {
-        return heldBack.data() + rowLength * static_cast<std::size_t>(i % delay);
+    // The second pass, which replaces a row, stays behind until no row to come needs the old one.
+    const std::int32_t delay = std::min(kernel.reach, width - 1);
+    std::vector<float> betweenPasses(rowLength * static_cast<std::size_t>(delay + 1));
+    const auto rowBetween = [&](std::int32_t i) {
+        return betweenPasses.data() + rowLength * static_cast<std::size_t>(i % (delay + 1));
     };
-    const auto store = [&](std::int32_t i) { std::copy_n(heldRow(i), rowLength, rowAt(i)); };
 
-    std::vector<float> acrossRows(rowLength);
     std::int32_t rowsSearched = 0;
     std::int32_t lastTransparentRow = -1;
     const auto blurAcrossRows = [&](std::int32_t i) {
@@ -192,19 +200,21 @@ bool Image::blur(std::int32_t radius)
 
         const auto stride = static_cast<std::ptrdiff_t>(rowLength);
         if (lastTransparentRow >= i + part.first)
-            weightedMeansOfVisible(acrossRows.data(), rowAt(i), stride, part, rowLength);
+            weightedMeansOfVisible(rowBetween(i), rowAt(i), stride, part, rowLength);
         else
-            weightedMeans(acrossRows.data(), rowAt(i), stride, part, divisorOf(part), rowLength);
+            weightedMeans(rowBetween(i), rowAt(i), stride, part, divisorOf(part), rowLength);
     };
 
+    const auto finishRow = [&](std::int32_t i) {
+        blurAlongRow(rowAt(i), rowBetween(i), kernel, height);
+    };
     for (std::int32_t i = 0; i < width; i++) {
         blurAcrossRows(i);
         if (i >= delay)
-            store(i - delay);
-        blurAlongRow(heldRow(i), acrossRows.data(), kernel, height);
+            finishRow(i - delay);
     }
     for (std::int32_t i = width - delay; i < width; i++)
-        store(i);
+        finishRow(i);
     return true;
 }
 } // namespace tamor
