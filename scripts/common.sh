@@ -22,7 +22,7 @@ packages_for_a_bare_run=(mmdebstrap procps git)
 packages_to_measure=(
     libbenchmark-dev
     cimg-dev libassimp-dev libeigen3-dev libglm-dev libguichan-dev liblua5.4-dev libnoise-dev
-    libopencv-imgproc-dev libpython3-dev libstb-dev libtinyobjloader-dev
+    libopencv-imgproc-dev libpython3-dev libsigc++-2.0-dev libstb-dev libtinyobjloader-dev
 )
 
 say()

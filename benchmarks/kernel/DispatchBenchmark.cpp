@@ -3,11 +3,16 @@
 /// for each receiver.
 ///
 /// Run `tamor-kernel-benchmarks` and divide `BM_send_updateToThreeCatchers` by
-/// `BM_copy_fourRecords`. The receivers do nothing but look at their copy.
+/// `BM_copy_fourRecords`, or `BM_send_sigcToThreeSlots`, a signal that hands out three copies, by it.
+/// The receivers do nothing but look at their copy.
 #include "benchmarks/support/UpdateReceiver.h"
 
 #include <benchmark/benchmark.h>
+#ifdef TAMOR_HAS_SIGC
+#include <sigc++/sigc++.h>
+#endif
 
+#include <array>
 #include <cstdlib>
 
 namespace tamor::bench
@@ -52,5 +57,26 @@ void BM_copy_fourRecords(benchmark::State& state)
     state.SetItemsProcessed(state.iterations());
 }
 BENCHMARK(BM_copy_fourRecords);
+
+#ifdef TAMOR_HAS_SIGC
+/// The same three receivers behind a signal, each given a record of its own.
+void BM_send_sigcToThreeSlots(benchmark::State& state)
+{
+    std::array<UpdateReceiver, 3> receivers;
+    sigc::signal<bool, Event> sent;
+    for (UpdateReceiver& receiver : receivers)
+        sent.connect(sigc::mem_fun(receiver, &UpdateReceiver::handleEvent));
+    const Event event = updateEvent();
+    if (!sent(event) || receivers[2].received != 16)
+        std::abort();
+
+    for (auto _ : state) {
+        bool delivered = sent(event);
+        benchmark::DoNotOptimize(delivered);
+    }
+    state.SetItemsProcessed(state.iterations());
+}
+BENCHMARK(BM_send_sigcToThreeSlots);
+#endif
 } // namespace
 } // namespace tamor::bench
