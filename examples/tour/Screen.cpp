@@ -50,7 +50,6 @@ void setUpForScene()
 
 void setUpForGui()
 {
-    glDisable(GL_FOG); // the GUI turns off lighting, but no fog
     glPolygonMode(GL_FRONT_AND_BACK, GL_FILL);
     glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA); // not every widget sets it
     glLineWidth(1.0F);
