@@ -13,10 +13,13 @@ packages_to_build=(
 packages_for_a_display=(xvfb xdotool imagemagick)
 packages_to_check=(
     libgtest-dev libgmock-dev libx11-dev libxdamage-dev apitrace libbenchmark-dev
-    git clang-format clang-tidy
+    git clang-format clang-tidy python3
 )
 packages_to_test=("${packages_to_check[@]}" valgrind) # tests run scripts/check, too
 packages_to_count=(valgrind libbenchmark-dev)
+packages_to_pack=(dpkg-dev file lintian)
+packages_to_document=(doxygen mandoc python3-markdown)
+packages_to_compare=(git abigail-tools)
 packages_for_a_bare_run=(mmdebstrap procps git)
 # Google Benchmark, and what the benchmarks compare with.
 packages_to_measure=(
@@ -34,6 +37,12 @@ fail()
 {
     say "$@"
     exit 1
+}
+
+# version_of DIRECTORY: that of the sources there. It stands in CMakeLists.txt alone.
+version_of()
+{
+    sed -n 's/^project(tamor VERSION \([0-9.]*\) .*/\1/p' "$1/CMakeLists.txt"
 }
 
 # Installs those of the named packages that are missing; without any it asks nothing of apt.

@@ -22,6 +22,7 @@ namespace tamor::test
 {
 namespace
 {
+using testing::EndsWith;
 using testing::HasSubstr;
 using testing::Not;
 
@@ -222,6 +223,23 @@ TEST_F(InstallGLTest, TheDemonstrationRunsFromAnyDirectory)
 
     EXPECT_EQ(demonstration.wait().status, 0);
     EXPECT_THAT(demonstration.errors(), HasSubstr("adding window program"));
+}
+
+TEST_F(InstallGLTest, TheDemonstrationStandsInTheMenuOfTheDesktop)
+{
+    const std::string share = prefix() + "/share/";
+
+    const std::string entry = contentOf(share + "applications/tamor-demo.desktop");
+    const std::string icon = contentOf(share + "icons/hicolor/scalable/apps/tamor-demo.svg");
+
+    EXPECT_THAT(entry, HasSubstr("\nExec=tamor-demo\nIcon=tamor-demo\n"));
+    EXPECT_THAT(icon, HasSubstr("<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"128\""));
+    // The shaft of the feather, which is drawn last.
+    EXPECT_THAT(icon, EndsWith("<path d=\"M36 36 Q52 66 91 95\" fill=\"none\" "
+                               "stroke=\"rgb(184,133,66)\" stroke-opacity=\"1\" "
+                               "stroke-width=\"2.2\" stroke-linecap=\"round\" "
+                               "stroke-linejoin=\"round\"/>\n</g></svg>\n</svg>\n"));
+    EXPECT_THAT(contentOf(share + "man/man1/tamor-demo.1"), HasSubstr(".SH KEYS"));
 }
 
 TEST_F(InstallGLTest, TheDemonstrationNamesADirectoryThatItCannotWorkIn)
