@@ -24,9 +24,9 @@ class Model;
 /// A body that falls. Distances are in world units.
 struct PhysicsObject
 {
-    Vector position;
-    Vector velocity; ///< units a second
-    float mass = 0.0F;
+    Vector position;   ///< y is up
+    Vector velocity;   ///< units a second
+    float mass = 0.0F; ///< the more, the less it is braked; never 0 when it is moved
 };
 
 /// Runs the demonstration: draws the GUI, reads its widgets by name, reports the frame rate.
@@ -69,19 +69,20 @@ public:
     /// \param reserved  not used
     void viewFromFace(std::int32_t face, std::int32_t reserved, std::int32_t direction);
 
-    Model* model = nullptr; ///< for `viewFromFace`; not owned
-    FPSCamera camera;
-    Light light;
-    Font font;
-    std::uint32_t texture = 0;
-    KeyboardState keyboard; ///< as of the latest `EV_KEYBOARD`
-    ShaderProgram shader;
-    Vector faceNormal; ///< scratch of `viewFromFace`
-    Vector faceSide;   ///< scratch of `viewFromFace`
-    Vector faceUp;     ///< scratch of `viewFromFace`
-    std::vector<PhysicsObject> objects;
-    std::int32_t frameCount = 0; ///< frames since the last report
-    std::int32_t frameTime = 0;  ///< milliseconds since the last report
+    Model* model = nullptr;    ///< for `viewFromFace`; not owned
+    FPSCamera camera;          ///< moved by the keys and the mouse; nothing is drawn from it
+    Light light;               ///< takes a number; nothing uses it
+    Font font;                 ///< nothing uses it
+    std::uint32_t texture = 0; ///< nothing uses it
+    KeyboardState keyboard;    ///< as of the latest `EV_KEYBOARD`
+    ShaderProgram shader;      ///< nothing uses it
+    Vector faceNormal;         ///< scratch of `viewFromFace`
+    Vector faceSide;           ///< scratch of `viewFromFace`
+    Vector faceUp;             ///< scratch of `viewFromFace`
+    std::vector<PhysicsObject> objects; ///< four, from `EV_INITIAL_SETUP` on
+    std::int32_t frameCount = 0;        ///< frames since the last report
+    std::int32_t frameTime = 0;         ///< milliseconds since the last report
+    /// Set by `EV_INITIAL_SETUP`; nothing reads it.
     float origin[3] = {0.0F, 0.0F, 0.0F};
     ObjectRef<Kernel> kernel; ///< empty until `run`
 

@@ -43,6 +43,7 @@ public:
     /// Goes to `position` and turns towards `target`.
     virtual bool lookAt(Vector position, Vector target, Vector up) = 0;
 
+    /// \return where the camera stands
     virtual Vector getPosition() = 0;
 };
 } // namespace tamor

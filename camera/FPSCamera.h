@@ -34,7 +34,7 @@ public:
 
     Vector getPosition() override { return position; }
 
-    Vector position;
+    Vector position;        ///< where it stands
     Vector rotation;        ///< pitch, yaw and roll in degrees
     Vector upAxis;          ///< as `reset` or `lookAt` set it; nothing reads it
     Vector rightAxis;       ///< as `reset` set it; nothing reads it

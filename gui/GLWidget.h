@@ -133,8 +133,11 @@ public:
 
     /// \return whether the widget was clicked since this was last asked
     bool wasClicked();
+    /// \return whether it is held down, ticked or chosen, as its kind has it
     bool isActive() const { return active; }
+    /// \return the index of the chosen line of a combo box; 0 in any other widget
     std::uint32_t getSelection() const { return selection; }
+    /// \return what a slider stands at, 0 to 1; 0 in any other widget
     float getValue() const { return value; }
     /// Changes the text, and leaves the size as it was measured for the old one.
     bool setCaption(const std::string& caption);
@@ -142,6 +145,7 @@ public:
     void setActive();
     /// Draws the widget as if the pointer were on it.
     void setLit();
+    /// \return whether the pointer was over it when it last moved
     bool isHovered() const { return hover; }
     /// \return 0; -1 for a widget that its parent is to draw above its siblings
     float getDepth() const { return depth; }
@@ -212,12 +216,14 @@ public:
     static std::int32_t messageResult;               ///< see `takeMessageResult`
     static std::array<std::int32_t, 4> viewport;     ///< x, y, width, height in pixels
     static float glowRate;                           ///< change of `glow` and `fade` a millisecond
-    // Rectangles in the themes' textures: uMin, vMin, uMax, vMax.
-    static Vector optionFrame;
-    static Vector optionMark;
-    static Vector checkFrame;
-    static Vector checkMark;
-    static Vector sliderKnob;
+    /// \name Rectangles in the themes' textures: uMin, vMin, uMax, vMax
+    /// \{
+    static Vector optionFrame; ///< the ring of an option
+    static Vector optionMark;  ///< the dot in it
+    static Vector checkFrame;  ///< the square of a check box
+    static Vector checkMark;   ///< the tick in it
+    static Vector sliderKnob;  ///< as on a horizontal slider
+    /// \}
     static bool drawing; ///< while `renderAll` draws; nothing reads it
 
 protected:
@@ -305,17 +311,17 @@ protected:
     float fade = 0.0F;              ///< 1 at a change of state, runs down to 0
     float value = 0.0F;             ///< of a slider
     bool prevLeft = false;          ///< the buttons of the last `onMouseButtons`
-    bool prevMiddle = false;
-    bool prevRight = false;
-    Vector position;
-    Vector dimensions;               ///< width and height
-    Vector mouse;                    ///< the pointer's last place, in the coordinates of `position`
-    bool hover = false;              ///< the pointer is over the widget
-    bool active = false;             ///< held down, or ticked
-    bool clicked = false;            ///< see `wasClicked`
-    std::string text;                ///< caption, title or content
-    Theme* theme;                    ///< never null; not owned
-    std::string name;                ///< the key in `widgets`
+    bool prevMiddle = false;        ///< as `prevLeft`
+    bool prevRight = false;         ///< as `prevLeft`
+    Vector position;      ///< of the bottom left corner, in the parent's inner coordinates
+    Vector dimensions;    ///< width and height
+    Vector mouse;         ///< the pointer's last place, in the coordinates of `position`
+    bool hover = false;   ///< the pointer is over the widget
+    bool active = false;  ///< held down, or ticked
+    bool clicked = false; ///< see `wasClicked`
+    std::string text;     ///< caption, title or content
+    Theme* theme;         ///< never null; not owned
+    std::string name;     ///< the key in `widgets`
     std::vector<GLWidget*> children; ///< in order of `addChild`; not owned
 
 private:

@@ -25,8 +25,8 @@ enum class FieldType : std::uint8_t
 /// One field of a line.
 struct FieldFormat
 {
-    std::string_view name; ///< what it means, such as "parent" or "x"
-    FieldType type = FieldType::word;
+    std::string_view name;            ///< what it means, such as "parent" or "x"
+    FieldType type = FieldType::word; ///< how it is read
 };
 
 /// One line: its fields in order, behind which everything is a remark, unless the last is a text.
@@ -35,7 +35,7 @@ struct LineFormat
     /// In a layout the directive that begins the line; in a theme or a configuration, where only
     /// the order counts, what the line is for.
     std::string_view word;
-    std::span<const FieldFormat> fields;
+    std::span<const FieldFormat> fields; ///< in their order; they live as long as the program
 };
 
 /// The directives of a layout. The fields of `CADD` and `TADD` are followed by those of the kind,

@@ -22,7 +22,7 @@ class Theme;
 /// What a layout says of every widget, whatever its kind.
 struct WidgetPlace
 {
-    std::string name;
+    std::string name;           ///< the key in `GLWidget::widgets`
     GLWidget* parent = nullptr; ///< null for a top-level widget
     Vector position;            ///< in the parent's inner coordinates; z 0, w 1
     Theme* theme = nullptr;     ///< never null

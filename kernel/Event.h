@@ -44,20 +44,21 @@ enum EventKind : std::int32_t
 /// The pointer and its buttons. Positions are in window pixels from the top left.
 struct MouseState
 {
-    std::int32_t x = 0;
-    std::int32_t y = 0;
+    std::int32_t x = 0; ///< grows to the right
+    std::int32_t y = 0; ///< grows downwards
     std::int32_t z = 0; ///< always 0
     /// Motion since the previous `EV_MOUSE`, upwards counted positive. Nobody may read these in an
     /// event of another kind.
     std::int32_t dx = 0;
-    std::int32_t dy = 0;
+    std::int32_t dy = 0;     ///< see `dx`
     std::int32_t dz = 0;     ///< always 0
     std::uint8_t left = 0;   ///< 1 while the button is held
     std::uint8_t middle = 0; ///< 1 while the button is held
     std::uint8_t right = 0;  ///< 1 while the button is held
 };
 
-constexpr std::size_t keyCount = 512; ///< SDL's symbols are below it
+/// Length of the tables of keys: SDL's symbols are below it.
+constexpr std::size_t keyCount = 512;
 
 /// The keys, indexed by SDL key symbol and by the character of the key, both at once: 27 is Escape,
 /// 119 the key W, 32 the space bar.
@@ -71,11 +72,11 @@ struct KeyboardState
 /// What the window is to be. Sizes are in pixels.
 struct WindowParameters
 {
-    std::string title;
-    std::int32_t width = 800;
-    std::int32_t height = 600;
-    std::int32_t depth = 24; ///< bits a pixel
-    bool fullscreen = false;
+    std::string title;         ///< on the frame that the desktop draws
+    std::int32_t width = 800;  ///< of what is drawn in, without the frame
+    std::int32_t height = 600; ///< of what is drawn in, without the frame
+    std::int32_t depth = 24;   ///< bits a pixel
+    bool fullscreen = false;   ///< then the display takes the size, and there is no frame
 };
 
 /// An event. There is one record for all kinds; each kind fills the fields that it needs.
@@ -84,9 +85,9 @@ struct WindowParameters
 /// copy without any effect on others.
 struct Event
 {
-    std::int32_t kind = 0; ///< an `EventKind`; a new record is of no kind
-    MouseState mouse;      ///< in `EV_MOUSE`
-    KeyboardState keyboard;
+    std::int32_t kind = 0;   ///< an `EventKind`; a new record is of no kind
+    MouseState mouse;        ///< in `EV_MOUSE`
+    KeyboardState keyboard;  ///< in `EV_KEYBOARD`
     std::int32_t delta = 0;  ///< milliseconds since the previous frame
     WindowParameters window; ///< in `EV_OPEN_WINDOW`
 };

@@ -12,6 +12,7 @@ namespace tamor
 class TAMOR_EXPORT EventCatcher : public MMObject
 {
 public:
+    /// Subscribes to nothing; `Kernel::addCatcher` does.
     explicit EventCatcher(const ObjectRef<EventCatcher>& newParent = {}) : parent(newParent) {}
 
     /// Handles one event, in a copy of its own.

@@ -21,7 +21,7 @@ namespace tamor
 /// One registration.
 struct CatcherRecord
 {
-    ObjectRef<EventCatcher> catcher;
+    ObjectRef<EventCatcher> catcher; ///< who receives; never empty
     std::int32_t mask = 0;     ///< bit n: subscribed to delivery class n; bits above 8 do nothing
     std::int32_t priority = 0; ///< kept, and never read: catchers are served as they registered
 };

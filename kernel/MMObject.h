@@ -47,8 +47,10 @@ template <typename T>
 class ObjectRef
 {
 public:
+    /// Makes an empty one.
     ObjectRef() = default;
     ObjectRef(T* newObject) : object(newObject) { retain(); } ///< null makes an empty one
+    /// Holds what the other holds, which counts one more.
     ObjectRef(const ObjectRef& other) : object(other.object) { retain(); }
     ~ObjectRef() { release(); }
 
@@ -58,16 +60,17 @@ public:
         hold(other.object);
         return *this;
     }
+    /// As above; null makes it empty.
     ObjectRef& operator=(T* newObject)
     {
         hold(newObject);
         return *this;
     }
 
-    T* get() const { return object; } ///< null if it is empty
-    T* operator->() const { return object; }
-    T& operator*() const { return *object; }
-    bool isEmpty() const { return object == nullptr; }
+    T* get() const { return object; }                  ///< null if it is empty
+    T* operator->() const { return object; }           ///< not to be asked of an empty one
+    T& operator*() const { return *object; }           ///< not to be asked of an empty one
+    bool isEmpty() const { return object == nullptr; } ///< whether it holds nothing
 
     /// Whether both hold the same object.
     bool operator==(const ObjectRef& other) const { return object == other.object; }

@@ -23,6 +23,7 @@ public:
 
     /// A copy has the same number, which both give back.
     Light(const Light&) = default;
+    /// The number that it had before is not given back.
     Light& operator=(const Light&) = default;
 
     /// Places the light at x, y, z or, unless `positional`, in that direction. The fourth value is

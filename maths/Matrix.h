@@ -43,6 +43,7 @@ public:
     /// Multiplies OpenGL's current matrix by this one, from the right. Returns a copy of this one.
     Matrix multiplyModelview() const;
 
+    /// Column by column, as OpenGL reads it; a new matrix is the identity.
     std::array<float, 16> m = {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1};
 };
 } // namespace tamor

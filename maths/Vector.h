@@ -23,9 +23,11 @@ class TAMOR_EXPORT Vector
 public:
     constexpr Vector() = default;
     constexpr explicit Vector(float newX) : x(newX) {} ///< y and z are 0, `w` is 1
+    /// What is not given is 0, and `w` is 1.
     constexpr Vector(float newX, float newY, float newZ = 0.0F, float newW = 1.0F)
         : x(newX), y(newY), z(newZ), w(newW)
     {}
+    /// Takes all four components.
     constexpr Vector(const Vector&) = default;
     ~Vector() = default;
 
@@ -40,6 +42,10 @@ public:
         return *this;
     }
 
+    /// \name Component by component
+    /// \{
+
+    /// Nothing is tested: a division by 0 gives an infinity, or what is not a number.
     constexpr Vector operator+(Vector b) const { return {x + b.x, y + b.y, z + b.z, w}; }
     constexpr Vector operator-(Vector b) const { return {x - b.x, y - b.y, z - b.z, w}; }
     constexpr Vector operator*(Vector b) const { return {x * b.x, y * b.y, z * b.z, w}; }
@@ -49,6 +55,7 @@ public:
     constexpr Vector operator-() const { return {-x, -y, -z, w}; }
     constexpr Vector operator+=(Vector b) { return *this = *this + b; }
     constexpr Vector operator/=(float s) { return *this = *this / s; }
+    /// \}
 
     /// The cross product, with `w` 1.
     constexpr Vector cross(Vector b) const
@@ -57,7 +64,7 @@ public:
     }
 
     constexpr float lengthSquared() const { return x * x + y * y + z * z; } ///< `w` does not count
-    float length() const { return std::sqrt(lengthSquared()); }
+    float length() const { return std::sqrt(lengthSquared()); }             ///< `w` does not count
 
     /// Divides x, y and z by `w`, sets `w` to 1, and divides x, y and z by the length. The zero
     /// vector gives not-a-number components. Returns a copy of the result.
@@ -73,10 +80,10 @@ public:
     /// The array is one for the whole program: it is good until the next call on any vector.
     float* toArray() const;
 
-    float x = 0.0F;
-    float y = 0.0F;
-    float z = 0.0F;
-    float w = 1.0F;
+    float x = 0.0F; ///< red, of a colour
+    float y = 0.0F; ///< green, of a colour
+    float z = 0.0F; ///< blue, of a colour
+    float w = 1.0F; ///< alpha, of a colour
 };
 
 static_assert(sizeof(Vector) == 16);

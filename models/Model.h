@@ -38,10 +38,10 @@ struct Face
     std::array<std::int32_t, 3> vertex = {};
     /// Indices into the file's normal table; kept only for the record.
     std::array<std::int32_t, 3> normalIndex = {};
-    std::int32_t smoothingGroup = 0;
+    std::int32_t smoothingGroup = 0; ///< kept only for the record
     /// The colour of the three corners in buffer drawing.
     Vector colour;
-    Vector normal;
+    Vector normal; ///< as the file has it or `computeNormals` works it out; of length 1
     /// Index into `Model::materials`.
     std::int32_t material = 0;
 };
@@ -51,11 +51,11 @@ static_assert(sizeof(Face) == 64);
 /// How a surface takes light. Colours are red, green, blue, with an alpha that stays 1.
 struct Material
 {
-    Vector ambient;
-    Vector diffuse;
-    Vector specular;
-    Vector emissive; ///< shown without any light
-    float shininess = 0.0F;
+    Vector ambient;              ///< of the light from everywhere
+    Vector diffuse;              ///< of the light that surfaces scatter
+    Vector specular;             ///< of the light in highlights
+    Vector emissive;             ///< shown without any light
+    float shininess = 0.0F;      ///< 0 to 128: the greater, the smaller the highlights
     float transparency = 0.0F;   ///< the alpha of the drawing colour
     std::string texture;         ///< file name; empty for none
     std::uint32_t textureId = 0; ///< OpenGL name, from `assignTexture`; 0 for none
@@ -176,13 +176,13 @@ public:
     /// not-a-number components.
     std::int32_t computeNormals(bool flat);
 
-    std::vector<Bone*> bones;
+    std::vector<Bone*> bones;     ///< all of them, in the file's order
     std::vector<Bone*> rootBones; ///< those without a parent
     std::vector<Vertex> vertices; ///< what is drawn
     /// The rest pose, which `poseBone` reads. Empty in the built-in shapes.
     std::vector<Vertex> restVertices;
-    std::vector<Face> faces;
-    std::vector<Material> materials;
+    std::vector<Face> faces;          ///< triangles of `vertices`
+    std::vector<Material> materials;  ///< which faces name by index
     Vector position;                  ///< where the model stands
     Vector rotation;                  ///< Euler angles of the model, in radians
     std::int32_t flatShaded = 0;      ///< last value given to `setRenderMode`

@@ -16,13 +16,13 @@ struct KeyRecord
     /// The states of a key.
     enum State : std::int32_t
     {
-        UP = 0,
+        UP = 0,        ///< not held
         PRESSED = 1,   ///< since the last frame
         HELD = 2,      ///< waiting for the repeat to begin
         REPEATING = 3, ///< held long enough
     };
 
-    std::int32_t state = UP;
+    std::int32_t state = UP;     ///< a `State`
     std::int32_t holdTime = 0;   ///< milliseconds in state `HELD`
     std::int32_t repeatTime = 0; ///< milliseconds since the last repeat; grows in all states
     std::int32_t reserved = 0;   ///< not used
@@ -50,8 +50,8 @@ public:
     /// `EV_RELEASE_RESOURCES`: closes the joystick subsystem.
     bool handleEvent(Event event) override;
 
-    ObjectRef<Kernel> kernel; ///< which events are sent by
-    bool grabMouse;
+    ObjectRef<Kernel> kernel;             ///< which events are sent by
+    bool grabMouse;                       ///< as given to the constructor
     std::int32_t lastX = -1;              ///< the pointer at the last `EV_MOUSE`; -1 before any
     std::int32_t lastY = -1;              ///< the pointer at the last `EV_MOUSE`; -1 before any
     bool buttonLeft = false;              ///< held

@@ -76,6 +76,7 @@ public:
     std::int32_t blockDepth = 0;
     /// The function that takes in what is parsed, in `functions`; or null.
     ScriptFunction* currentFunction = nullptr;
+    /// What scripts have defined, by name.
     std::map<std::string, ScriptFunction> functions;
     /// Every variable there is: the language has one scope.
     std::map<std::string, ScriptValue> variables;

@@ -13,8 +13,8 @@ namespace tamor
 /// parsed with its position has 0.
 struct ScriptPosition
 {
-    std::uint32_t line = 0;
-    std::uint32_t column = 0;
+    std::uint32_t line = 0;   ///< ends with a line feed
+    std::uint32_t column = 0; ///< within its line
     /// Those of the token's own list.
     std::vector<ScriptPosition> args;
 };

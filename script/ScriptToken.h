@@ -35,6 +35,7 @@ enum ScriptTokenKind : std::int32_t
     TOK_RETURN = 31       ///< "return "
 };
 
+/// The rows of `scriptOperators`.
 constexpr std::int32_t scriptOperatorCount = 20;
 
 /// The operators; the row is the token's kind. The scanner takes the first row that matches, so a
@@ -50,6 +51,7 @@ struct ScriptToken
     ScriptToken() = default;
     /// Without value, name and arguments.
     explicit ScriptToken(std::int32_t newKind) : kind(newKind) {}
+    /// With all but arguments, which are appended to `args`.
     ScriptToken(std::int32_t newKind, ScriptValue newValue, std::string newName)
         : kind(newKind), value(std::move(newValue)), name(std::move(newName))
     {}

@@ -34,21 +34,26 @@ struct TAMOR_EXPORT ScriptValue
 {
     /// No value: `TYPE_NULL`.
     ScriptValue() = default;
+    /// A value of `TYPE_INT`.
     ScriptValue(int initial) : type(TYPE_INT), number(initial) {}
+    /// A value of `TYPE_STRING`.
     ScriptValue(const std::string& initial) : type(TYPE_STRING), text(initial) {}
 
+    /// Makes the value a `TYPE_INT`.
     void setInt(int value)
     {
         type = TYPE_INT;
         number = value;
     }
 
+    /// Makes the value a `TYPE_FLOAT`.
     void setFloat(float value)
     {
         type = TYPE_FLOAT;
         number = std::bit_cast<std::int32_t>(value);
     }
 
+    /// Makes the value a `TYPE_STRING`.
     void setString(const std::string& value)
     {
         type = TYPE_STRING;
@@ -66,8 +71,8 @@ struct TAMOR_EXPORT ScriptValue
     std::int32_t type = TYPE_NULL; ///< a `TYPE_…`
     /// The integer of a `TYPE_INT`, or the bits of the float of a `TYPE_FLOAT`.
     std::int32_t number = 0;
-    std::string text;
-    std::vector<ScriptValue> items;
+    std::string text;               ///< of a `TYPE_STRING`
+    std::vector<ScriptValue> items; ///< of a `TYPE_ARRAY`
     /// For a later use: 0, and copied with the rest.
     std::uint32_t reserved = 0;
 };

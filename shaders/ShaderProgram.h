@@ -17,6 +17,7 @@ namespace tamor
 /// The OpenGL shader object of each file that was loaded, which all programs share; 0 for none.
 /// Nothing is ever removed or deleted.
 extern TAMOR_EXPORT std::map<std::string, std::uint32_t> vertexShaders;
+/// As `vertexShaders`, of the fragment shaders.
 extern TAMOR_EXPORT std::map<std::string, std::uint32_t> fragmentShaders;
 
 /// A program of one vertex and one fragment shader: load both, `link`, then in each frame `use` and
@@ -51,8 +52,8 @@ public:
     ///
     ///     no such uniform: <name>
     void setUniform(const std::string& name, float x) const;
-    void setUniform(const std::string& name, float x, float y) const;
-    void setUniform(const std::string& name, float x, float y, float z) const;
+    void setUniform(const std::string& name, float x, float y) const;          ///< of type vec2
+    void setUniform(const std::string& name, float x, float y, float z) const; ///< of type vec3
 
     std::string vertexFile;   ///< empty until loaded
     std::string fragmentFile; ///< empty until loaded

@@ -49,6 +49,7 @@ public:
     /// Text is cut to 511 characters. A line with a shorter one behind it is measured as it stands;
     /// the shorter one, unless it is the last, with the tail of the longer one behind it.
     float textWidth(const char* format) const;
+    /// The same of a format with its arguments, as `printf` has them.
     template <int = 0>
     [[gnu::format(printf, 2, 3)]] float textWidth(const char* format, ...) const;
 
@@ -59,6 +60,7 @@ public:
     /// and the list base stay changed.
     /// \return true
     bool print(const char* format) const;
+    /// The same of a format with its arguments, as `printf` has them.
     template <int = 0>
     [[gnu::format(printf, 2, 3)]] bool print(const char* format, ...) const;
 

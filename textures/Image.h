@@ -30,8 +30,9 @@ struct TextureKey
 
     /// The file name as the caller wrote it; compared byte for byte.
     std::string path;
-    std::uint32_t flags = 0;
+    std::uint32_t flags = 0; ///< of `Flags`
 
+    /// Whether path and flags are the same.
     bool operator==(const TextureKey&) const = default;
 };
 

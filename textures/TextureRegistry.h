@@ -13,7 +13,7 @@ namespace tamor
 /// A texture that was asked for.
 struct TextureEntry
 {
-    TextureKey key;
+    TextureKey key;       ///< what was asked for
     std::uint32_t id = 0; ///< its OpenGL name
 };
 

@@ -46,8 +46,8 @@ public:
     std::uint32_t backdrop = 0;
     /// `mouse` as of the previous `onPointer`.
     Vector lastMouse;
-    bool dragging = false;
-    bool draggable;
+    bool dragging = false; ///< the window follows the pointer
+    bool draggable;        ///< by its strip, and only then
 
 protected:
     /// Draws body and edge around the origin, and leaves polygons filled and blending on.

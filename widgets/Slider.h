@@ -42,6 +42,7 @@ public:
     bool dragging = false; ///< `value` follows the pointer
     /// `mouse` as of the previous `onPointer`. -5 or below on either axis: there was none.
     Vector lastMouse;
+    /// From the line's beginning to its end; with an x of 0 the slider stands upright.
     Vector extent;
 
 private:
