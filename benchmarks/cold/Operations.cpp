@@ -102,8 +102,8 @@ Work ms3d()
     return [path = writeTemporary("tamor-cold.ms3d", makeTorusMS3D())] {
         auto* const model = new MS3DModel;
         const bool isLoaded = model->load(path) && model->vertices.size() == torusVertices;
-        return Outcome{isLoaded,
-                       sizeOf(model->vertices) + sizeOf(model->faces) + sizeOf(model->restVertices)};
+        return Outcome{isLoaded, sizeOf(model->vertices) + sizeOf(model->faces) +
+                                     sizeOf(model->restVertices)};
     };
 }
 
