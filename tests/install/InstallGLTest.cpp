@@ -117,7 +117,8 @@ TEST_F(InstallGLTest, CMakeIsToldOfAKindThatIsNotThere)
     std::ofstream("CMakeLists.txt") << "cmake_minimum_required(VERSION 3.25)\nproject(host)\n"
                                        "find_package(tamor 1.0 REQUIRED COMPONENTS lead)\n";
 
-    ChildProcess cmake({"cmake", "-S", ".", "-B", "b", "-DCMAKE_PREFIX_PATH=" + prefix()});
+    ChildProcess cmake(
+        {"cmake", "-G", "Ninja", "-S", ".", "-B", "b", "-DCMAKE_PREFIX_PATH=" + prefix()});
 
     EXPECT_EQ(cmake.wait().status, 1);
     EXPECT_THAT(cmake.errors(), HasSubstr("Tamor is not installed as 'lead'"));
