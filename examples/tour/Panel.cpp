@@ -15,6 +15,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <iostream>
+#include <sstream>
 
 namespace tour
 {
@@ -50,6 +51,25 @@ std::string print(const char* format, Arguments... arguments)
     char buffer[80];
     std::snprintf(buffer, sizeof buffer, format, arguments...);
     return buffer;
+}
+/// Words for a label: in rows as wide as the panel, with the signs that a label would read as those
+/// of a format.
+std::string wrap(const std::string& words)
+{
+    constexpr std::size_t charactersARow = 34;
+    std::istringstream stream(words);
+    std::string result;
+    std::size_t inRow = 0;
+    for (std::string word; stream >> word; inRow += word.size() + 1) {
+        const bool fits = inRow + word.size() <= charactersARow;
+        if (!result.empty())
+            result += fits ? ' ' : '\n';
+        if (!fits)
+            inRow = 0;
+        for (const char character : word)
+            result += character == '%' ? "%%" : std::string(1, character);
+    }
+    return result;
 }
 } // namespace
 
@@ -230,10 +250,7 @@ void Panel::show(const Settings& settings, std::size_t thingCount)
 
 void Panel::tell(const std::string& words)
 {
-    std::string caption;
-    for (const char character : words)
-        caption += character == '%' ? "%%" : std::string(1, character);
-    setCaption("words", caption);
+    setCaption("words", wrap(words));
 }
 
 /// The mean of half a second at a time, as a label that changed each frame could not be read.

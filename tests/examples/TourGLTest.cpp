@@ -323,7 +323,7 @@ TEST_F(TourFlightGLTest, KeysFlyUnlessTheyAreTyped)
     start();
     const Vector atFirst = tour->flight.eye();
     click(tabs[3]);
-    click(onPage(0.3F, 0.5F));
+    click(onPage(0.3F, 0.6F));
 
     type(SDLK_w);
 
@@ -342,7 +342,7 @@ TEST_F(TourFlightGLTest, EscapeEndsTheTypingAndThenTheProgram)
 {
     start();
     click(tabs[3]);
-    click(onPage(0.3F, 0.5F));
+    click(onPage(0.3F, 0.6F));
 
     EXPECT_TRUE(type(SDLK_ESCAPE));
     EXPECT_FALSE(type(SDLK_ESCAPE));
@@ -352,7 +352,7 @@ TEST_F(TourFlightGLTest, TheKeyboardDoesNotStayOnAHiddenPage)
 {
     start();
     click(tabs[3]);
-    click(onPage(0.3F, 0.5F));
+    click(onPage(0.3F, 0.6F));
     click(tabs[0]);
 
     type(SDLK_w);
@@ -414,8 +414,8 @@ protected:
     void run(int sample)
     {
         click(tabs[3]);
-        choose(onPage(0.2F, 1.17F), sample);
-        click(onPage(0.07F, 0.13F));
+        choose(onPage(0.2F, 1.19F), sample);
+        click(onPage(0.07F, 0.28F));
     }
 };
 
@@ -440,7 +440,7 @@ TEST_F(TourScriptGLTest, AFlockCirclesUntilItIsStopped)
     step(100);
     const Vector further = tour->things.all.back().place;
     EXPECT_NE(further.x, there.x);
-    click(onPage(0.26F, 0.13F));
+    click(onPage(0.26F, 0.28F));
     const Vector stopped = tour->things.all.back().place;
     step(100);
 
@@ -452,16 +452,16 @@ TEST_F(TourScriptGLTest, WhatAReaderChangesIsRun)
     start();
     const std::size_t before = tour->things.all.size();
     click(tabs[3]);
-    choose(onPage(0.2F, 1.17F), 0);
+    choose(onPage(0.2F, 1.19F), 0);
     ASSERT_THAT(tour->panel.scriptText(), HasSubstr("n < 8"));
-    click(onPage(0.3F, 0.5F));
+    click(onPage(0.3F, 0.6F));
     // Behind "hour(7);", "n = 0;" and "while (n < 8": there stands the number.
     for (int n = 0; n < 28; n++)
         type(SDLK_RIGHT);
     type(SDLK_BACKSPACE);
     type(SDLK_3);
 
-    click(onPage(0.07F, 0.13F));
+    click(onPage(0.07F, 0.28F));
 
     EXPECT_EQ(tour->things.all.size(), before + 3);
     EXPECT_EQ(tour->settings.hour, 7.0F);
@@ -477,6 +477,22 @@ TEST_F(TourScriptGLTest, AScriptWithAnErrorIsNotRun)
 
     EXPECT_EQ(words, "2:5: error: the string is not finished: the program ends [script-string]");
     EXPECT_EQ(tour->things.all.size(), before);
+}
+
+TEST_F(TourScriptGLTest, WhatTheCheckerSaysFitsThePanel)
+{
+    start();
+    click(tabs[3]);
+    tour->panel.tell("2:5: error: 100 % of the string is not finished: the program ends [script]");
+
+    const GLRecorder recorder;
+    tour->drawPanel();
+
+    // Row by row, at most 34 characters each.
+    EXPECT_THAT(recorder.calls({"glCallLists"}),
+                testing::IsSupersetOf({HasSubstr("\"2:5: error: 100 % of the string is\""),
+                                       HasSubstr("\"not finished: the program ends\""),
+                                       HasSubstr("\"[script]\"")}));
 }
 
 TEST_F(TourScriptGLTest, AScriptThatDoesNotEndIsEnded)
