@@ -121,7 +121,7 @@ Work parseOfScript(std::size_t size)
     };
 }
 
-/// A bone that moves a vertex, with so many keys a second, between the last two of which it stands.
+/// A bone that moves a vertex, with a key for each frame, halfway between the last two of them.
 Work poseOfKeys(std::size_t count)
 {
     auto model = std::make_shared<MS3DModel>();
