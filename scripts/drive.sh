@@ -9,7 +9,7 @@ mkdir -p "$pictures" "$(dirname "$last_picture")"
 start_display
 
 echo 0 >"$frames"
-(cd "$data" && exec env LD_PRELOAD="$frame_counter" TAMOR_FRAMES="$frames" "$program" 2>"$log" </dev/null) &
+(cd "$data" && exec env LD_PRELOAD="$frame_counter" TAMOR_FRAMES="$frames" "$program" "${arguments[@]}" 2>"$log" </dev/null) &
 demo=$!
 trap 'kill "$demo" "$display_process" 2>/dev/null || true' EXIT
 

@@ -59,10 +59,11 @@ struct Demonstration::Connection
 };
 
 Demonstration::Demonstration(const WorkingDirectory& directory, std::vector<std::string> wrapper,
-                             std::map<std::string, std::string> environment)
+                             std::map<std::string, std::string> environment,
+                             const std::vector<std::string>& program)
     : connection(std::make_unique<Connection>(display.name()))
 {
-    wrapper.emplace_back(TAMOR_DEMO_PROGRAM);
+    wrapper.insert(wrapper.end(), program.begin(), program.end());
     environment["DISPLAY"] = display.name();
     process = std::make_unique<ChildProcess>(wrapper, directory.path(), environment);
 }

@@ -48,9 +48,11 @@ private:
 class Demonstration
 {
 public:
-    /// Starts the program, through `wrapper` if that is not empty.
+    /// Starts the program, through `wrapper` if that is not empty, or another `program` with its
+    /// arguments that opens the same window.
     explicit Demonstration(const WorkingDirectory& directory, std::vector<std::string> wrapper = {},
-                           std::map<std::string, std::string> environment = {});
+                           std::map<std::string, std::string> environment = {},
+                           const std::vector<std::string>& program = {TAMOR_DEMO_PROGRAM});
 
     /// Runs `body` instead, in a copy of this process. The working directory is this process's.
     explicit Demonstration(const std::function<int()>& body);

@@ -9,6 +9,7 @@
 #include <filesystem>
 #include <fstream>
 #include <string>
+#include <vector>
 
 namespace tamor::test
 {
@@ -26,12 +27,14 @@ struct Outcome
 };
 
 /// Runs a listing in the current directory, with the other files of the manual beside it.
-Outcome runListing(const std::string& name)
+Outcome runListing(const std::string& name, std::vector<std::string> arguments = {})
 {
     useTestDisplay();
     for (const char* const file : {"settings.gui", "tint.vert", "tint.frag", "greet.script"})
-        std::filesystem::copy_file(std::string(LISTINGS) + file, file);
-    ChildProcess listing({std::string(LISTINGS) + "tamor-listing-" + name});
+        std::filesystem::copy_file(std::string(LISTINGS) + file, file,
+                                   std::filesystem::copy_options::skip_existing);
+    arguments.insert(arguments.begin(), std::string(LISTINGS) + "tamor-listing-" + name);
+    ChildProcess listing(arguments);
     const ProcessEnd end = listing.wait();
     EXPECT_FALSE(end.timedOut);
     EXPECT_EQ(end.status, 0);
@@ -130,6 +133,34 @@ TEST(HostingGLTest, TheShaderTintsItsSquare)
     EXPECT_EQ(outcome.errors, "");
     EXPECT_EQ(outcome.middle(), (Pixel{255, 102, 51}));
     EXPECT_EQ(outcome.corner(), (Pixel{51, 51, 51}));
+}
+
+TEST(HostingGLTest, TheRecordedRunIsPlayedAgain)
+{
+    const TemporaryDirectory directory;
+    // Arrange: the pointer goes to the right, and comes back a bit.
+    std::ofstream("input.txt") << "move 400 300 wait move 600 300 wait wait move 500 300 wait";
+    const Outcome recorded = runListing("follow", {"--record", "run.input"});
+    // Nobody does anything while the run is played, in as many frames.
+    std::ofstream("input.txt") << "wait wait wait wait wait wait wait";
+
+    const Outcome played = runListing("follow", {"--play", "run.input"});
+
+    EXPECT_EQ(recorded.errors, "");
+    EXPECT_EQ(played.errors, "");
+    EXPECT_EQ(recorded.window.at(420, 300), (Pixel{255, 255, 255}));
+    EXPECT_EQ(recorded.window.at(330, 300), (Pixel{0, 0, 255}));
+    EXPECT_EQ(played.window.bytes, recorded.window.bytes);
+}
+
+TEST(HostingGLTest, TheWrittenRunIsPlayed)
+{
+    const TemporaryDirectory directory;
+    std::filesystem::copy_file(LISTINGS "run.input", "run.input");
+
+    const Outcome played = runListing("follow", {"--play", "run.input"});
+
+    EXPECT_EQ(played.errors, "");
 }
 
 TEST(HostingGLTest, TheImageIsWritten)

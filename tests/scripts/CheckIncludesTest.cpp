@@ -73,6 +73,8 @@ INSTANTIATE_TEST_SUITE_P(
                     Refused{"AFolderBeside", "textures/Font.cpp", "kernel/Kernel.h", "textures/"},
                     Refused{"TheRestOfAFolderThatLendsAHeader", "models/Model.cpp",
                             "platform/GLRender.h", "models/"},
+                    Refused{"WhatALineOfAFolderOfAFolderLacks", "examples/replay/main.cpp",
+                            "tools/check/Finding.h", "examples/replay/"},
                     Refused{"TheDemonstrationToExamples", "examples/tour/Tour.cpp",
                             "app/Application.h", "examples/"}),
     [](const auto& row) { return row.param.name; });
@@ -87,6 +89,14 @@ TEST_F(TheCheckOfIncludes, KeepsWhatIsInternalToItsFolder)
     EXPECT_EQ(check(1),
               "app/Main.cpp:1: platform/internal/EventQueue.h is private to platform/\n"
               "tools/script/Run.cpp:1: script/internal/Scanner.h is private to script/\n");
+}
+
+TEST_F(TheCheckOfIncludes, AllowsAFolderOfAFolderWhatItsOwnLineSays)
+{
+    write("examples/replay/main.cpp", "app/Application.h");
+    write("examples/replay/Player.cpp", "platform/InputPlayer.h");
+
+    EXPECT_EQ(check(0), "");
 }
 
 TEST_F(TheCheckOfIncludes, LeavesTestsAndBenchmarksFree)
