@@ -3,10 +3,9 @@
 // the program that it is in, which the measured program must not have.
 
 #include "benchmarks/gui/Scene.h"
-#include "tests/support/GLRecorder.h"
+#include "benchmarks/support/CallWriter.h"
 
 #include <cstdlib>
-#include <fstream>
 
 int main(int argumentCount, char** arguments)
 {
@@ -21,14 +20,5 @@ int main(int argumentCount, char** arguments)
     const tamor::test::GLRecorder recorder;
     tamor::bench::drawFrame();
 
-    std::ofstream file(arguments[2], std::ios::binary);
-    for (const tamor::test::RecordedCall& call : recorder.records()) {
-        const std::string text = call.describe(call);
-        file << text.substr(0, text.find('(')) << ' ' << call.data.size() << ' ';
-        file.write(reinterpret_cast<const char*>(call.arguments.data()),
-                   static_cast<std::streamsize>(call.arguments.size()));
-        file.write(reinterpret_cast<const char*>(call.data.data()),
-                   static_cast<std::streamsize>(call.data.size()));
-    }
-    return file.good() ? 0 : 1;
+    return tamor::bench::writeCalls(recorder.records(), arguments[2]) ? 0 : 1;
 }

@@ -11,8 +11,8 @@
 //
 // FrameInstructions.cpp counts what the engine itself does, with the driver left out.
 
-#include "benchmarks/gui/CallList.h"
 #include "benchmarks/gui/Scene.h"
+#include "benchmarks/support/CallList.h"
 #include "gui/GLWidget.h"
 
 #include <benchmark/benchmark.h>

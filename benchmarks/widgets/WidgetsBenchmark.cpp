@@ -10,8 +10,8 @@
 // or by hand under a display. Read BM_frame against BM_replay and BM_guichanFrame of the same N.
 // The text box's cost is to grow no faster than its text: compare the times over L.
 
-#include "benchmarks/gui/CallList.h"
 #include "benchmarks/gui/Scene.h"
+#include "benchmarks/support/CallList.h"
 #include "benchmarks/support/NoOpWindow.h"
 #include "gui/GLWidget.h"
 #include "textures/Font.h"

@@ -168,7 +168,7 @@ std::string floatsOf(const std::vector<std::uint8_t>& data)
 
 /// Writes an argument by its letter in a function's format:
 /// p primitive, e enumerant, b bits, n number, 4 and m that many floats (m is 16), t text as long
-/// as the first argument says, o a place for an answer, v any other pointer.
+/// as the first argument says, o a place for an answer, i a picture's pixels, v any other pointer.
 template <typename T>
 std::string argumentText(char letter, T value, const RecordedCall& call)
 {
@@ -233,10 +233,29 @@ struct Signature<Result(Arguments...)>
     }
 };
 
-/// How many bytes behind a pointer argument are kept with the call.
+/// The bytes that OpenGL reads of a picture, whose rows begin at multiples of four.
+std::size_t pictureBytes(GLsizei width, GLsizei height, GLenum format, GLenum type)
+{
+    if (width <= 0 || height <= 0)
+        return 0;
+    const std::size_t channels = format == GL_RGBA ? 4 : format == GL_RGB ? 3 : 1;
+    const std::size_t row =
+        static_cast<std::size_t>(width) * channels * (type == GL_FLOAT ? sizeof(float) : 1);
+    return (row + 3) / 4 * 4 * (static_cast<std::size_t>(height) - 1) + row;
+}
+
+/// How many bytes behind a pointer argument are kept with the call. A picture's size, format and
+/// type stand before its pixels, with a border between them in glTexImage2D.
 template <typename Tuple>
 std::size_t dataBytes(char letter, const Tuple& arguments)
 {
+    if constexpr (std::tuple_size_v<Tuple> >= 7) {
+        constexpr std::size_t last = std::tuple_size_v<Tuple> - 1;
+        constexpr std::size_t size = last == 8 ? 3 : 2;
+        if (letter == 'i')
+            return pictureBytes(std::get<size>(arguments), std::get<size + 1>(arguments),
+                                std::get<last - 2>(arguments), std::get<last - 1>(arguments));
+    }
     if (letter == 'm' || letter == 'o')
         return 16 * sizeof(float);
     if (letter == '4')
@@ -394,7 +413,7 @@ FORWARDED("no", void, glGenTextures, (GLsizei count, GLuint* names), (count, nam
 FORWARDED("n", GLboolean, glIsTexture, (GLuint texture), (texture))
 FORWARDED("eee", void, glTexParameteri, (GLenum target, GLenum name, GLint value),
           (target, name, value))
-FORWARDED("enennneev", void, glTexImage2D,
+FORWARDED("enennneei", void, glTexImage2D,
           (GLenum target, GLint level, GLint internalFormat, GLsizei width, GLsizei height,
            GLint border, GLenum format, GLenum type, const void* pixels),
           (target, level, internalFormat, width, height, border, format, type, pixels))
@@ -431,7 +450,7 @@ FORWARDED("pnn", void, glDrawArrays, (GLenum mode, GLint first, GLsizei count),
 FORWARDED("nnnn", void, gluPerspective,
           (GLdouble fieldOfView, GLdouble aspect, GLdouble nearPlane, GLdouble farPlane),
           (fieldOfView, aspect, nearPlane, farPlane))
-FORWARDED("eenneev", GLint, gluBuild2DMipmaps,
+FORWARDED("eenneei", GLint, gluBuild2DMipmaps,
           (GLenum target, GLint internalFormat, GLsizei width, GLsizei height, GLenum format,
            GLenum type, const void* pixels),
           (target, internalFormat, width, height, format, type, pixels))

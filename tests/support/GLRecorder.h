@@ -22,8 +22,8 @@ struct RecordedCall
     std::string (*describe)(const RecordedCall&) = nullptr;
     void (*play)(const RecordedCall&) = nullptr;
     alignas(8) std::array<std::byte, argumentBytes> arguments{};
-    /// What the call's pointer stood for, as far as it is short: list names, a matrix, a light's
-    /// parameters.
+    /// What the call's pointer stood for: list names, a matrix, a light's parameters, the pixels of a
+    /// picture. Not the contents of arrays, buffers and shaders.
     std::vector<std::uint8_t> data;
 };
 

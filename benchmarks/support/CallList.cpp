@@ -1,6 +1,8 @@
-#include "benchmarks/gui/CallList.h"
+#include "benchmarks/support/CallList.h"
 
 #include <GL/gl.h>
+#include <GL/glu.h>
+#include <SDL.h>
 
 #include <cstdint>
 #include <cstdio>
@@ -29,7 +31,7 @@ struct Function
 
 template <auto Called>
 struct FunctionOf;
-template <typename... Arguments, void (*Called)(Arguments...)>
+template <typename Result, typename... Arguments, Result (*Called)(Arguments...)>
 struct FunctionOf<Called>
 {
     using Tuple = std::tuple<std::decay_t<Arguments>...>;
@@ -63,14 +65,50 @@ struct FunctionOf<Called>
     }
 
 const std::map<std::string, Function> functions = {
-    ENTRY(glBegin),       ENTRY(glBindTexture),  ENTRY(glBlendFunc),   ENTRY(glCallLists),
-    ENTRY(glColor3f),     ENTRY(glColor4f),      ENTRY(glDisable),     ENTRY(glEnable),
-    ENTRY(glEnd),         ENTRY(glGetFloatv),    ENTRY(glGetIntegerv), ENTRY(glLineWidth),
-    ENTRY(glListBase),    ENTRY(glLoadIdentity), ENTRY(glLoadMatrixf), ENTRY(glMatrixMode),
-    ENTRY(glMultMatrixf), ENTRY(glOrtho),        ENTRY(glPointSize),   ENTRY(glPolygonMode),
-    ENTRY(glPopAttrib),   ENTRY(glPopMatrix),    ENTRY(glPushAttrib),  ENTRY(glPushMatrix),
-    ENTRY(glRotatef),     ENTRY(glScalef),       ENTRY(glTexCoord2f),  ENTRY(glTranslatef),
-    ENTRY(glVertex2f),    ENTRY(glVertex3f),
+    ENTRY(SDL_GL_SwapBuffers),
+    ENTRY(SDL_ShowCursor),
+    ENTRY(glBegin),
+    ENTRY(glBindTexture),
+    ENTRY(glBlendFunc),
+    ENTRY(glCallLists),
+    ENTRY(glClear),
+    ENTRY(glClearColor),
+    ENTRY(glColor3f),
+    ENTRY(glColor4f),
+    ENTRY(glDisable),
+    ENTRY(glEnable),
+    ENTRY(glEnd),
+    ENTRY(glEndList),
+    ENTRY(glGenLists),
+    ENTRY(glGenTextures),
+    ENTRY(glGetFloatv),
+    ENTRY(glGetIntegerv),
+    ENTRY(glIsTexture),
+    ENTRY(glLineWidth),
+    ENTRY(glListBase),
+    ENTRY(glLoadIdentity),
+    ENTRY(glLoadMatrixf),
+    ENTRY(glMatrixMode),
+    ENTRY(glMultMatrixf),
+    ENTRY(glNewList),
+    ENTRY(glOrtho),
+    ENTRY(glPointSize),
+    ENTRY(glPolygonMode),
+    ENTRY(glPopAttrib),
+    ENTRY(glPopMatrix),
+    ENTRY(glPushAttrib),
+    ENTRY(glPushMatrix),
+    ENTRY(glRotatef),
+    ENTRY(glScalef),
+    ENTRY(glTexCoord2f),
+    ENTRY(glTexImage2D),
+    ENTRY(glTexParameteri),
+    ENTRY(glTranslatef),
+    ENTRY(glVertex2f),
+    ENTRY(glVertex3f),
+    ENTRY(glViewport),
+    ENTRY(gluBuild2DMipmaps),
+    ENTRY(gluPerspective),
 };
 
 const Function& functionOf(const std::string& name)

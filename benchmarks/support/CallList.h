@@ -14,7 +14,7 @@ namespace tamor::bench
 class CallList
 {
 public:
-    /// Reads what the program tamor-gui-frame-recorder wrote. Ends the program, in words, at a
+    /// Reads what `writeCalls` wrote. Ends the program, in words, at a
     /// function that it does not know.
     explicit CallList(const std::string& file);
 
