@@ -1,5 +1,8 @@
 #include "tests/support/VirtualDisplay.h"
 
+#include "tests/support/ChildProcess.h"
+
+#include <poll.h>
 #include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -11,6 +14,11 @@
 
 namespace tamor::test
 {
+namespace
+{
+constexpr int startLimit = 60'000; // milliseconds
+} // namespace
+
 VirtualDisplay::VirtualDisplay() : owner(getpid())
 {
     int numberPipe[2];
@@ -38,11 +46,14 @@ VirtualDisplay::VirtualDisplay() : owner(getpid())
     // The number comes, with a newline, when the server is ready for clients.
     displayName = ":";
     char digit = 0;
-    while (read(numberPipe[0], &digit, 1) == 1 && digit != '\n')
+    pollfd number = {numberPipe[0], POLLIN, 0};
+    while (poll(&number, 1, startLimit) == 1 && read(numberPipe[0], &digit, 1) == 1 &&
+           digit != '\n')
         displayName += digit;
     close(numberPipe[0]);
-    if (displayName == ":") {
+    if (digit != '\n') {
         std::fputs("Xvfb did not start: install the package xvfb\n", stderr);
+        kill(server, SIGKILL);
         std::exit(2);
     }
 }
@@ -52,7 +63,14 @@ VirtualDisplay::~VirtualDisplay()
     // A copy of the process that exits leaves the server to the process that started it.
     if (getpid() != owner)
         return;
-    kill(server, SIGTERM);
+    // A signal that comes just before the server falls asleep does not wake it, so one may not do.
+    const bool hasEnded = becomesTrue([this] {
+        kill(server, SIGTERM);
+        return waitpid(server, nullptr, WNOHANG) != 0;
+    });
+    if (hasEnded)
+        return;
+    kill(server, SIGKILL);
     waitpid(server, nullptr, 0);
 }
 
