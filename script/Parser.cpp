@@ -2,6 +2,7 @@
 
 #include "script/ScriptInterpreter.h"
 #include "script/internal/Keywords.h"
+#include "script/internal/Limits.h"
 #include "script/internal/PositionWriter.h"
 #include "script/internal/Scanner.h"
 #include "script/internal/Stretches.h"
@@ -80,6 +81,8 @@ private:
     script::PositionWriter* positions;
     /// The rest of the text, or of the piece of an argument list that is being parsed.
     Scanner scanner;
+    /// The argument lists around what is being parsed.
+    std::uint32_t depth = 0;
 };
 
 constexpr auto operatorTexts = [] {
@@ -279,6 +282,11 @@ std::vector<ScriptToken> Parser::parseArguments(std::string_view inner)
         const std::size_t comma = stretches.comma(positionOf(rest.data()));
         return std::min(comma - positionOf(rest.data()), rest.size());
     };
+    const std::uint32_t deepest = interpreter.limits.depth;
+    if (++depth > deepest && deepest != 0) {
+        script::reachLimit(interpreter, ScriptLimit::DEPTH, deepest);
+        inner = {};
+    }
     if (positions != nullptr)
         positions->beginArguments();
     const bool hasPieces =
@@ -304,6 +312,7 @@ std::vector<ScriptToken> Parser::parseArguments(std::string_view inner)
     }
     target = outerTarget;
     scanner = behind;
+    --depth;
     if (positions != nullptr)
         positions->endArguments();
     return args;

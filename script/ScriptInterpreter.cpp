@@ -12,6 +12,8 @@ namespace
 /// Parses a file's text up to its first zero byte; a file that cannot be read has none.
 std::vector<ScriptToken> parseFile(ScriptInterpreter& interpreter, const std::string& path)
 {
+    if (!script::machineOf(interpreter).isRunning())
+        interpreter.reachedLimit = ScriptLimit::NONE;
     std::ifstream file(path);
     std::string text;
     std::getline(file, text, '\0');
@@ -39,7 +41,8 @@ script::Machine& script::machineOf(ScriptInterpreter& interpreter)
 bool ScriptInterpreter::runFile(const std::string& path)
 {
     std::vector<ScriptToken> list = parseFile(*this, path);
-    runTokens(*this, list);
+    if (reachedLimit == ScriptLimit::NONE)
+        runTokens(*this, list);
     return true;
 }
 

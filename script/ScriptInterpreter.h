@@ -12,6 +12,7 @@
 #include "TamorExport.h"
 #include "script/Evaluator.h"
 #include "script/Parser.h"
+#include "script/ScriptLimits.h"
 #include "script/ScriptToken.h"
 #include "script/ScriptValue.h"
 #include "script/Tokenizer.h"
@@ -82,6 +83,11 @@ public:
     std::map<std::string, ScriptValue> variables;
     /// May hold null pointers, under names that were called and are no built-ins.
     std::map<std::string, ScriptBuiltin> builtins;
+    /// What a run may take: looked at when one begins, but not when it begins within another.
+    ScriptLimits limits;
+    /// The limit that the latest run, or the latest file's text, came to. What a script did until
+    /// then stays done.
+    ScriptLimit reachedLimit = ScriptLimit::NONE;
 
 private:
     friend script::Machine& script::machineOf(ScriptInterpreter& interpreter);

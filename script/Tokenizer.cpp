@@ -106,7 +106,7 @@ ScriptValue* resolveVariable(ScriptInterpreter& interpreter, const std::string& 
         if (!scanner.startsWith(NUMBER_CHARACTER))
             break;
         const int index = integerFromText(scanner.readNumberText());
-        result = script::findElement(*result, static_cast<unsigned>(index));
+        result = script::findElement(interpreter, *result, static_cast<unsigned>(index));
         scanner.takeRun(INDEX_END_CHARACTER);
     }
     return result;

@@ -147,6 +147,7 @@ inline std::size_t Machine::bind(const FunctionCode& code, const CallSite& site)
 }
 
 // Part of `call`, or the two would save the machine's registers one after the other.
+template <bool isWithLimits>
 [[gnu::always_inline]] inline void Machine::callFunction(const Instruction& instruction,
                                                          Callee& callee, ScriptValue* lists)
 {
@@ -165,7 +166,10 @@ inline std::size_t Machine::bind(const FunctionCode& code, const CallSite& site)
     inner->type = TYPE_NULL;
     inner->number = 0;
     inner->reserved = 0;
-    execute(code.program, inner);
+    if constexpr (isWithLimits)
+        executeWithLimits(code.program, inner);
+    else
+        execute(code.program, inner);
 
     if (epoch == startEpoch) {
         for (std::size_t i = 0; i < bound; ++i)
@@ -180,6 +184,7 @@ inline std::size_t Machine::bind(const FunctionCode& code, const CallSite& site)
         deliver(instruction, takeListValue(*inner), lists);
 }
 
+template <bool isWithLimits>
 void Machine::call(const Instruction& instruction, ScriptValue* lists)
 {
     const CallSite& site = *instruction.site;
@@ -198,11 +203,14 @@ void Machine::call(const Instruction& instruction, ScriptValue* lists)
     if (callee.builtin != nullptr)
         return callBuiltin(instruction, callee, lists);
     if (callee.code != nullptr)
-        return callFunction(instruction, callee, lists);
+        return callFunction<isWithLimits>(instruction, callee, lists);
     std::cerr << "cannot find reference to " << callee.name << std::endl;
     hostActed();
     deliver(instruction, {}, lists);
 }
+
+template void Machine::call<false>(const Instruction&, ScriptValue*);
+template void Machine::call<true>(const Instruction&, ScriptValue*);
 
 // -------------------------------------------------------------------------------------- Parameters
 

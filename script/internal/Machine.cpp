@@ -91,7 +91,7 @@ ScriptValue* Machine::walk(Path& path)
         return resolveVariable(interpreter, path.text);
     ScriptValue* value = find(*path.root);
     for (std::size_t i = 0; i < path.indices.size() && value != nullptr; ++i)
-        value = findElement(*value, path.indices[i]);
+        value = findElement(interpreter, *value, path.indices[i]);
     return value;
 }
 

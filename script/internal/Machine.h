@@ -91,6 +91,10 @@ public:
     Callee& callee(std::string_view name);
     Cell& registerAt(std::uint32_t number);
 
+    // Limits.cpp
+    bool isRunning() const { return runDepth > 0; }
+    bool mayGrow(const ScriptValue& array, unsigned index);
+
     /// What a missing operand, and an expression without a value, refers to. Nothing writes to it.
     ValueCell nothing;
 
@@ -126,8 +130,10 @@ private:
     void release(Cell& cell);
 
     // Calls.cpp
+    template <bool isWithLimits>
     void call(const Instruction& instruction, ScriptValue* lists);
     void callBuiltin(const Instruction& instruction, const Callee& callee, ScriptValue* lists);
+    template <bool isWithLimits>
     void callFunction(const Instruction& instruction, Callee& callee, ScriptValue* lists);
     void renew(Callee& callee);
     std::unique_ptr<FunctionCode> lower(const ScriptFunction& function);
@@ -146,6 +152,18 @@ private:
     void runLoop(const std::vector<ScriptToken>& list, std::size_t header, std::size_t end,
                  Scratch& scratch, ScriptValue* lists);
 
+    // Limits.cpp
+    void startLimits();
+    bool executeWithLimits(const Program& program, ScriptValue* lists, std::size_t at = 0);
+    /// By the loop that the run is for: the one without limits knows nothing of them.
+    bool executeAny(const Program& program, ScriptValue* lists, std::size_t at = 0)
+    {
+        return isLimited ? executeWithLimits(program, lists, at) : execute(program, lists, at);
+    }
+    bool endAt(ScriptLimit limit, std::uint64_t number);
+    bool mayRun(const Instruction& instruction);
+    void countBytes(const Instruction& instruction);
+
     ScriptInterpreter& interpreter;
     /// Counts the times that the host's code has run.
     std::uint64_t epoch = 0;
@@ -161,7 +179,27 @@ private:
     /// For the lists of hosts: one for each run within a run.
     std::vector<std::unique_ptr<Scratch>> scratches;
     std::size_t runDepth = 0;
+    /// Those of the run, and what it has used of them. The depth is that of executions: the list of
+    /// the run itself is one.
+    ScriptLimits limits;
+    bool isLimited = false;
+    std::uint64_t usedSteps = 0;
+    std::uint64_t usedBytes = 0;
+    std::uint64_t callDepth = 0;
 };
+
+/// Counts braces that are passed.
+inline void addBraces(ScriptInterpreter& interpreter, std::int32_t count)
+{
+    interpreter.blockDepth = static_cast<std::int32_t>(
+        static_cast<std::uint32_t>(interpreter.blockDepth) + static_cast<std::uint32_t>(count));
+}
+
+/// Whether a value lets a loop go on.
+inline bool isOne(const ScriptValue& value)
+{
+    return value.type == TYPE_INT && value.number == 1;
+}
 
 /// Makes `to` a copy of `from`, of which one has elements; either may be an element of the other.
 void assignElements(ScriptValue& to, const ScriptValue& from);

@@ -21,11 +21,6 @@ float single(const ScriptValue& number)
     return number.type == TYPE_INT ? static_cast<float>(number.number) : number.asFloat();
 }
 
-bool isOne(const ScriptValue& value)
-{
-    return value.type == TYPE_INT && value.number == 1;
-}
-
 // The fast ways of the operators. Each gives what the general routine gives, or false. Two floats
 // need no wider type: 24 bits from more than twice as many are rounded as at once, for sums,
 // differences, products and quotients alike; of a NaN the widest type says which one it is.
@@ -191,13 +186,6 @@ void aim(Path& path)
     settle(path, *value);
 }
 
-/// Counts braces that are passed.
-void addBraces(ScriptInterpreter& interpreter, std::int32_t count)
-{
-    interpreter.blockDepth = static_cast<std::int32_t>(
-        static_cast<std::uint32_t>(interpreter.blockDepth) + static_cast<std::uint32_t>(count));
-}
-
 /// Recurses until the stack ends, which is long before the count of the levels is back at 0.
 [[gnu::noinline]] std::uint32_t recurse(volatile std::uint32_t* outer)
 {
@@ -301,7 +289,7 @@ bool Machine::execute(const Program& program, ScriptValue* lists, std::size_t at
         case Opcode::STEP: step(*in++, lists); break;
         case Opcode::AIM: aim(static_cast<Path&>(*in++->a)); break;
         case Opcode::TOUCH: find(*in++->a); break;
-        case Opcode::CALL: call(*in++, lists); break;
+        case Opcode::CALL: call<false>(*in++, lists); break;
         case Opcode::KEEP: keep(*in++, lists); break;
         case Opcode::JUMP: in = code + in->target; break;
         case Opcode::IF: in = unless(isHeld<isTrueNumber>(*in, isTrue)); break;

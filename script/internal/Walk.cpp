@@ -12,6 +12,8 @@ public:
         if (machine.runDepth == machine.scratches.size())
             machine.scratches.push_back(std::make_unique<Scratch>(machine));
         scratch = machine.scratches[machine.runDepth].get();
+        if (machine.runDepth == 0)
+            machine.startLimits();
         ++machine.runDepth;
         machine.hostActed();
         scratch->start();
@@ -51,7 +53,7 @@ ScriptValue Machine::evaluate(Tokens list)
     lowering.result(list);
     lowering.end();
     ScriptValue* const result = noValue(values.take(1));
-    execute(host.scratch->program, result);
+    executeAny(host.scratch->program, result);
     return takeListValue(*result);
 }
 
@@ -77,7 +79,7 @@ ScriptValue Machine::run(const std::vector<ScriptToken>& list)
             scratch.start();
             scratch.lowering.statement(statement, 0);
             scratch.lowering.end();
-            execute(scratch.program, last);
+            executeAny(scratch.program, last);
         }
         start = separator + 1;
     }
@@ -95,7 +97,7 @@ std::size_t Machine::runControl(const std::vector<ScriptToken>& list, std::size_
         scratch.lowering.end();
         const auto mark = values.mark();
         ScriptValue* const condition = noValue(values.take(1));
-        execute(scratch.program, condition);
+        executeAny(scratch.program, condition);
         values.release(mark);
         return isTrue(*condition) ? separator + 1 : behindFalseIf(list, separator);
     }
@@ -122,7 +124,7 @@ void Machine::runLoop(const std::vector<ScriptToken>& list, std::size_t header, 
     ScriptValue* const lists = values.take(static_cast<std::size_t>(scratch.program.listValues));
     std::swap(lists[0], *last);
     std::size_t at = 0;
-    while (!execute(scratch.program, lists, at)) {
+    while (!executeAny(scratch.program, lists, at)) {
         // The host's code has run, and may have edited the condition.
         scratch.program.release(loopEnd.mark);
         lowering.loopCondition(header < list.size() ? Tokens(list[header].args) : Tokens(),

@@ -82,14 +82,28 @@ struct EngineWorld
     {
         parseText(interpreter, out, text);
     }
-    ScriptValue run(std::vector<ScriptToken>& tokens) { return runTokens(interpreter, tokens); }
+    ScriptValue run(std::vector<ScriptToken>& tokens)
+    {
+        changeLimits();
+        return runTokens(interpreter, tokens);
+    }
     ScriptValue evaluate(std::vector<ScriptToken> tokens)
     {
         return evaluateTokens(interpreter, tokens);
     }
     void bindAct(const std::string& name);
 
+    /// Every other run has limits, which no program comes to.
+    void changeLimits()
+    {
+        hasLimits = !hasLimits;
+        interpreter.limits =
+            hasLimits ? ScriptLimits{1ULL << 40, 1ULL << 60, 1U << 20} : ScriptLimits{};
+    }
+
     static inline EngineWorld* current = nullptr;
+
+    bool hasLimits = false;
 
     const Scenario* scenario = nullptr;
     ScriptInterpreter interpreter;
