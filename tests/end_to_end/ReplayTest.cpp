@@ -3,7 +3,6 @@
 #include "tests/end_to_end/Places.h"
 #include "tests/support/ChildProcess.h"
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <sstream>
@@ -14,8 +13,6 @@ namespace tamor::test
 {
 namespace
 {
-using testing::HasSubstr;
-
 // The tracer comes before the sanitiser's library, which is harmless here.
 const std::map<std::string, std::string> tracerEnvironment = {
     {"ASAN_OPTIONS", "verify_asan_link_order=0:detect_leaks=0"}};

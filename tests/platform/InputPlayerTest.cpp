@@ -115,6 +115,13 @@ TEST_F(InputPlayerTest, GivesTheHostTheWholeLifeCycleWithTheRecordedInputAndTime
                             "update 123456", "render 123456", "release", "release"));
 }
 
+TEST_F(InputPlayerTest, LeavesNoKeyOfAKeyboardLineInTheNext)
+{
+    EXPECT_TRUE(play("tamor input 1\nkeyboard 1 held 97 pressed 97\nkeyboard 0 held 98\n"));
+
+    EXPECT_EQ(host->received[5], "keys modifiers 0 +98");
+}
+
 TEST_F(InputPlayerTest, EndsAFrameWithoutAnUpdateWhereTheRecordedOneEnded)
 {
     EXPECT_TRUE(play("tamor input 1\nupdate 5\nkeyboard 0\n"));
