@@ -62,7 +62,7 @@ ScriptValue Machine::run(const std::vector<ScriptToken>& list)
     const HostCall host(*this);
     Scratch& scratch = *host.scratch;
     ScriptValue* const last = noValue(values.take(1));
-    for (std::size_t start = 0;;) {
+    for (std::size_t start = 0; interpreter.reachedLimit == ScriptLimit::NONE;) {
         const std::size_t separator = endOfStatement(list, start);
         if (separator >= list.size())
             break;

@@ -202,6 +202,17 @@ TEST(ScriptLimits, GiveParametersTheirValuesBack)
     EXPECT_EQ(script["p"], "int 7");
 }
 
+TEST(ScriptLimits, LeaveTheValueOfTheRunAsItWas)
+{
+    Script script;
+    script.interpreter.limits.steps = steps;
+    const CapturedErrors errors;
+
+    script.run("a = 3; while (true) { } return 5;");
+
+    EXPECT_EQ(described(script.value), "int 3");
+}
+
 TEST(ScriptLimits, CountWhatABuiltInRunsForTheRunAroundIt)
 {
     static ScriptInterpreter* current = nullptr;
