@@ -8,9 +8,11 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
+#include <map>
 #include <ostream>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace tamor::test
 {
@@ -189,6 +191,33 @@ TEST(ScriptLimits, CountEachRunAnew)
 
     EXPECT_EQ(script.interpreter.reachedLimit, ScriptLimit::NONE);
     EXPECT_EQ(script["done"], "int 1");
+}
+
+TEST(ScriptLimits, CountTheBytesOfEachRunAnew)
+{
+    Script script;
+    script.interpreter.limits.bytes = bytes;
+    const CapturedErrors errors;
+
+    // A text of 2^17 bytes, made of others that have as many together, is 400,000 bytes' work.
+    for (int run = 0; run < 4; ++run)
+        script.run("s = \"a\"; for (i = 0; i < 17; i = i + 1) { s = s + s; }");
+
+    EXPECT_EQ(script.interpreter.variables["s"].text.size(), 1U << 17);
+    EXPECT_EQ(errors.text(), "");
+}
+
+TEST(ScriptLimits, FindElementsWhereTheyAreBehindARunWithoutLimits)
+{
+    Script script;
+    script.run("func f() { b = 5; b = a[0]; } a[0] = 1; c[0] = 2; f();");
+    std::map<std::string, ScriptValue>& variables = script.interpreter.variables;
+    std::swap(variables["a"].items, variables["c"].items);
+    script.interpreter.limits.steps = steps;
+
+    script.run("f();");
+
+    EXPECT_EQ(script["b"], "int 2");
 }
 
 TEST(ScriptLimits, GiveParametersTheirValuesBack)
