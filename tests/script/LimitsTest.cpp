@@ -257,6 +257,7 @@ TEST(ScriptLimits, CountWhatABuiltInRunsForTheRunAroundIt)
     const CapturedErrors errors;
 
     script.run("runs = 0; while (true) { again(); } after = 1;");
+    current = nullptr;
 
     EXPECT_EQ(errors.text(), "The script ends at its limit of 10000 steps\n");
     EXPECT_GT(script.interpreter.variables["runs"].number, 10);
