@@ -18,3 +18,15 @@ if(TAMOR_SANITISE)
     add_compile_options(-fsanitize=${sanitisers} -fno-sanitize-recover=all -fno-omit-frame-pointer)
     add_link_options(-fsanitize=${sanitisers})
 endif()
+
+# As Debian builds its own packages. It costs instructions, of which the budget counts those without.
+if(TAMOR_HARDENED)
+    include(CheckPIESupported)
+    check_pie_supported()
+    set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+    # Without optimisation the C library has nothing to fortify, and says so.
+    add_compile_options(
+        -fstack-protector-strong "$<$<NOT:$<CONFIG:Debug>>:-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=2>"
+    )
+    add_link_options(-Wl,-z,relro,-z,now)
+endif()
