@@ -59,7 +59,8 @@ tamor_package(
     demo tamor-demo graphics "fonts-dejavu-core"
     "small real-time 3D engine, demonstration\n${about}
 .
-The demonstration has a turning model and every widget of the toolkit."
+The demonstration has a turning model and every widget of the toolkit.
+tamor-tour flies over an island with everything that the engine has."
 )
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_RECOMMENDS libgl1-mesa-dri)
 include(CPack)

@@ -1,4 +1,4 @@
-# Completion of the tools' options for bash: source this file. The options are those that each
+# Completion of the tools' and the tour's options for bash: source this file. The options are those that each
 # program's --help lists.
 _tamor_tool()
 {
@@ -9,4 +9,4 @@ _tamor_tool()
         mapfile -t COMPREPLY < <(compgen -W "$options" -- "$word")
     fi
 }
-complete -o default -F _tamor_tool tamor-check tamor-view tamor-script
+complete -o default -F _tamor_tool tamor-check tamor-script tamor-tour tamor-view

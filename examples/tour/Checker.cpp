@@ -14,15 +14,16 @@ namespace tour
 {
 namespace
 {
-/// The checker beside this program, where both are installed, or else that of the build.
+/// The checker beside this program, where both are installed, or else where the build leaves it.
 std::string findChecker()
 {
     std::error_code error;
     const std::filesystem::path own = std::filesystem::read_symlink("/proc/self/exe", error);
-    const std::filesystem::path beside = own.parent_path() / "tamor-check";
-    for (const std::filesystem::path& path : {beside, std::filesystem::path(TOUR_CHECKER)})
+    for (const char* place : {"tamor-check", "../../tools/check/tamor-check"}) {
+        const std::filesystem::path path = own.parent_path() / place;
         if (access(path.c_str(), X_OK) == 0)
             return path.string();
+    }
     return "";
 }
 

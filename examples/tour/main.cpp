@@ -1,7 +1,7 @@
 /// \file
 /// A tour of the engine: a GUI over an island.
 ///
-///     tamor-tour [--size WIDTHxHEIGHT] [--trip] [--pictures DIRECTORY]
+///     tamor-tour [--size WIDTHxHEIGHT] [--trip] [--pictures DIRECTORY] [--help] [--version]
 ///
 /// W, A, S, D, space and left Control fly, dragging beside the panel looks round, Tab hides the
 /// panel, Escape ends. When nothing is touched for half a minute a round trip begins, with `--trip`
@@ -24,10 +24,25 @@ namespace
 {
 using namespace tamor;
 
+constexpr const char* usage =
+    "Usage: tamor-tour [--size WIDTHxHEIGHT] [--trip] [--pictures DIRECTORY]\n";
+
+constexpr const char* help = R"(
+Shows what the Tamor engine can do: an island, the things on it and a panel over it.
+
+  --size WIDTHxHEIGHT    the window's size in pixels, otherwise 1280x800
+  --trip                 begin with the round trip
+  --pictures DIRECTORY   write ten pictures there, as PPM files, and end
+  --help                 print this and end
+  --version              print the version and end
+)";
+
 struct Options
 {
     int width = 1280;
     int height = 800;
+    bool asksForHelp = false;
+    bool asksForVersion = false;
     bool beginsTrip = false;
     std::string pictures; ///< a directory, empty for none
 };
@@ -39,6 +54,10 @@ bool readOptions(const std::vector<std::string>& words, Options& options)
         char rest = 0;
         if (words[n] == "--trip")
             options.beginsTrip = true;
+        else if (words[n] == "--help")
+            options.asksForHelp = true;
+        else if (words[n] == "--version")
+            options.asksForVersion = true;
         else if (words[n] == "--pictures" && hasValue)
             options.pictures = std::filesystem::absolute(words[++n]).string();
         else if (words[n] == "--size" && hasValue &&
@@ -98,15 +117,18 @@ private:
     Options options;
 };
 
-/// Layout, themes, models and scripts are beside the program.
+/// Layout, themes, models and scripts are beside the program that was built, and in a folder of their
+/// own where it is installed.
 void enterDirectory()
 {
     std::error_code error;
     const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", error);
-    std::filesystem::current_path(program.parent_path() / "data", error);
+    std::filesystem::path data = program.parent_path() / "data";
+    if (!std::filesystem::exists(data))
+        data = program.parent_path() / TOUR_INSTALLED_DATA;
+    std::filesystem::current_path(data, error);
     if (error)
-        std::fprintf(stderr, "%s/data: %s\n", program.parent_path().c_str(),
-                     error.message().c_str());
+        std::fprintf(stderr, "%s: %s\n", data.c_str(), error.message().c_str());
 }
 } // namespace
 
@@ -114,9 +136,13 @@ int main(int argumentCount, char** arguments)
 {
     Options options;
     if (!readOptions({arguments + 1, arguments + argumentCount}, options)) {
-        std::fprintf(stderr, "usage: tamor-tour [--size WIDTHxHEIGHT] [--trip] "
-                             "[--pictures DIRECTORY]\n");
+        std::fputs(usage, stderr);
         return 2;
+    }
+    if (options.asksForHelp || options.asksForVersion) {
+        std::printf("%s%s", options.asksForHelp ? usage : "tamor-tour " TOUR_VERSION "\n",
+                    options.asksForHelp ? help : "");
+        return 0;
     }
     enterDirectory();
     const ObjectRef<Kernel> kernel = new Kernel;

@@ -10,6 +10,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <filesystem>
 #include <fstream>
 #include <map>
@@ -189,9 +190,9 @@ TEST_F(InstallGLTest, EachHeaderIsCompiledByItself)
              "' all.cpp $(pkg-config --cflags sdl)");
 }
 
-TEST_F(InstallGLTest, TheToolsRunAndHaveTheirPages)
+TEST_F(InstallGLTest, TheToolsAndTheTourRunAndHaveTheirPages)
 {
-    for (const std::string tool : {"tamor-check", "tamor-view", "tamor-script"}) {
+    for (const std::string tool : {"tamor-check", "tamor-view", "tamor-script", "tamor-tour"}) {
         SCOPED_TRACE(tool);
         EXPECT_EQ(outputOf("'" + prefix() + "/bin/" + tool + "' --version"),
                   tool + " " TAMOR_VERSION "\n");
@@ -224,6 +225,21 @@ TEST_F(InstallGLTest, TheDemonstrationRunsFromAnyDirectory)
 
     EXPECT_EQ(demonstration.wait().status, 0);
     EXPECT_THAT(demonstration.errors(), HasSubstr("adding window program"));
+}
+
+TEST_F(InstallGLTest, TheTourHasItsFilesAndTheCheckerFromAnyDirectory)
+{
+    const VirtualDisplay display;
+    const std::string pictures = directory.path().string();
+    ChildProcess tour({prefix() + "/bin/tamor-tour", "--size", "200x150", "--pictures", pictures},
+                      "/", {{"DISPLAY", display.name()}});
+
+    EXPECT_EQ(tour.wait(std::chrono::minutes(3)).status, 0);
+
+    // It says what is missing, and draws the rest.
+    EXPECT_THAT(tour.errors(), HasSubstr("adding a 'TWin' - pages"));
+    EXPECT_THAT(tour.errors(), Not(HasSubstr("missing")));
+    EXPECT_EQ(readScreenshot(pictures + "/10-trip.ppm").width, 200);
 }
 
 TEST_F(InstallGLTest, TheDemonstrationStandsInTheMenuOfTheDesktop)
