@@ -11,6 +11,7 @@
 
 #include <SDL.h>
 
+#include <array>
 #include <cmath>
 #include <cstdio>
 #include <filesystem>
@@ -52,25 +53,43 @@ std::string print(const char* format, Arguments... arguments)
     std::snprintf(buffer, sizeof buffer, format, arguments...);
     return buffer;
 }
+
 /// Words for a label: in rows as wide as the panel, with the signs that a label would read as those
 /// of a format.
 std::string wrap(const std::string& words)
 {
     constexpr std::size_t charactersARow = 34;
-    std::istringstream stream(words);
     std::string result;
     std::size_t inRow = 0;
-    for (std::string word; stream >> word; inRow += word.size() + 1) {
-        const bool fits = inRow + word.size() <= charactersARow;
+    const auto append = [&](const std::string& piece) {
+        const bool fits = inRow + piece.size() <= charactersARow;
         if (!result.empty())
             result += fits ? ' ' : '\n';
         if (!fits)
             inRow = 0;
-        for (const char character : word)
+        for (const char character : piece)
             result += character == '%' ? "%%" : std::string(1, character);
-    }
+        inRow += piece.size() + 1;
+    };
+    std::istringstream stream(words);
+    for (std::string word; stream >> word;)
+        for (std::size_t from = 0; from < word.size(); from += charactersARow)
+            append(word.substr(from, charactersARow));
     return result;
 }
+
+/// A check box, and the setting that it shows.
+struct Tick
+{
+    const char* box;
+    bool Settings::*setting;
+};
+
+constexpr std::array ticks = {
+    Tick{"wires", &Settings::showsWires},   Tick{"bones", &Settings::showsBones},
+    Tick{"bounds", &Settings::showsBounds}, Tick{"toon", &Settings::usesToon},
+    Tick{"waves", &Settings::usesWaves},    Tick{"lantern", &Settings::hasLantern},
+};
 } // namespace
 
 bool Panel::load(const std::vector<std::string>& scripts)
@@ -86,10 +105,9 @@ bool Panel::load(const std::vector<std::string>& scripts)
     seenValues.clear();
     GLWidget::loadLayout(layout);
     const Settings first;
-    if (first.usesWaves)
-        tick("waves");
-    if (first.hasLantern)
-        tick("lantern");
+    for (const Tick& each : ticks)
+        if (first.*each.setting)
+            tick(each.box);
     for (const std::string& script : scripts)
         if (GLWidget* list = find("samples"))
             list->addText(script);
@@ -100,6 +118,9 @@ bool Panel::load(const std::vector<std::string>& scripts)
         widget->move(Vector(layoutAspect - aspect));
     Settings ignored;
     update(0, ignored); // what stands there at first is no change
+    frames = 0;
+    frameTime = 0;
+    showsFrameTimes = false;
     return true;
 }
 
@@ -138,11 +159,14 @@ bool Panel::takeKeys(const KeyboardState& keys)
 {
     GLWidget* const text = find("text");
     const bool hasKeyboard = text != nullptr && !isHidden && text->isHovered();
-    if (hasKeyboard && keys.pressed[SDLK_ESCAPE] != 0)
+    const bool endsNow = hasKeyboard && keys.pressed[SDLK_ESCAPE] != 0;
+    if (endsNow)
         text->deselect(nullptr);
     else if (isLoaded)
         GLWidget::keysChanged(keys.pressed.data());
-    return hasKeyboard;
+    // A key that stays down is pressed again and again, and this one is to end nothing else.
+    endsTyping = endsNow || (endsTyping && keys.held[SDLK_ESCAPE] != 0);
+    return hasKeyboard || endsTyping;
 }
 
 bool Panel::hasMoved(const char* name, float& value)
@@ -184,18 +208,9 @@ Panel::Presses Panel::update(std::int32_t milliseconds, Settings& settings)
         settings.fog = 0.8F * value;
     if (hasMoved("way", value))
         settings.way = static_cast<Way>(value);
-    if (hasMoved("wires", value))
-        settings.showsWires = value > 0.0F;
-    if (hasMoved("bones", value))
-        settings.showsBones = value > 0.0F;
-    if (hasMoved("bounds", value))
-        settings.showsBounds = value > 0.0F;
-    if (hasMoved("toon", value))
-        settings.usesToon = value > 0.0F;
-    if (hasMoved("waves", value))
-        settings.usesWaves = value > 0.0F;
-    if (hasMoved("lantern", value))
-        settings.hasLantern = value > 0.0F;
+    for (const Tick& each : ticks)
+        if (hasMoved(each.box, value))
+            settings.*each.setting = value > 0.0F;
 
     Presses presses;
     presses.another = wasClicked("another");
@@ -258,8 +273,9 @@ void Panel::showFrameTime(std::int32_t milliseconds)
 {
     frames++;
     frameTime += milliseconds;
-    if (frameTime < 500)
+    if (frameTime == 0 || (frameTime < 500 && showsFrameTimes))
         return;
+    showsFrameTimes = true; // and the first one at once
     setCaption("frametime", print("%.1f ms a frame",
                                   static_cast<double>(frameTime) / static_cast<double>(frames)));
     frames = 0;

@@ -41,7 +41,8 @@ public:
     void takePointer(const tamor::MouseState& mouse);
 
     /// Gives the GUI the keys.
-    /// \return whether the text box has the keyboard, so that nobody else is to read it
+    /// \return whether the text box has the keyboard, so that nobody else is to read it; also until
+    ///         the Escape that has taken it away goes up
     bool takeKeys(const tamor::KeyboardState& keys);
 
     /// Lets time pass, and takes over what was changed.
@@ -74,7 +75,9 @@ private:
 
     bool isLoaded = false;
     bool asksForReset = false;
+    bool endsTyping = false;                 ///< an Escape that is still down
     std::map<std::string, float> seenValues; ///< of sliders, ticks and lists, when last read
+    bool showsFrameTimes = false;
     std::int32_t frames = 0;
     std::int32_t frameTime = 0; ///< milliseconds of these
 };

@@ -63,7 +63,8 @@ const std::array moments = {
     Moment{24.0F, nightZenith, nightHorizon, moonlight, nightAmbient},
 };
 
-Vector mix(const Vector& a, const Vector& b, float t)
+template <class Value>
+Value mix(const Value& a, const Value& b, float t)
 {
     return a * (1.0F - t) + b * t;
 }
@@ -171,9 +172,9 @@ void Sky::draw() const
     if (night > 0.0F)
         drawStars(night);
     const Vector disc = mix(sunlight * 1.2F, Vector(0.85F, 0.88F, 0.95F), night);
-    drawGlow(towardsLight, mix(Vector(0.26F), Vector(0.15F), night).x, sunlight, 0.38F);
-    drawGlow(towardsLight, mix(Vector(0.055F), Vector(0.042F), night).x, disc, 1.0F);
-    drawGlow(towardsLight, mix(Vector(0.042F), Vector(0.036F), night).x, disc, 1.0F);
+    drawGlow(towardsLight, mix(0.26F, 0.15F, night), sunlight, 0.38F);
+    drawGlow(towardsLight, mix(0.055F, 0.042F, night), disc, 1.0F);
+    drawGlow(towardsLight, mix(0.042F, 0.036F, night), disc, 1.0F);
     glDisable(GL_BLEND);
 }
 

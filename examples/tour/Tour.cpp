@@ -73,7 +73,7 @@ void Tour::beginAgain()
     land.make(made);
     things.populate(land);
     scripting.stop();
-    flight.endTrip();
+    touch();
     flight.goTo({0.0F, 17.0F, 0.47F * land.size()}, 10.0F, 0.0F);
 }
 

@@ -19,6 +19,7 @@
 
 #include <algorithm>
 #include <array>
+#include <chrono>
 #include <cmath>
 #include <cstdlib>
 #include <filesystem>
@@ -285,6 +286,16 @@ TEST_F(TourPanelGLTest, ResetAsksFirst)
     EXPECT_EQ(GLWidget::find("height")->getValue(), 0.5F);
 }
 
+TEST_F(TourPanelGLTest, ShowsTheTimeOfItsFirstFrame)
+{
+    start(); // with steps of 16 milliseconds
+
+    const GLRecorder recorder;
+    tour->drawPanel();
+
+    EXPECT_THAT(recorder.calls({"glCallLists"}), Contains(HasSubstr("\"16.0 ms a frame\"")));
+}
+
 TEST_F(TourPanelGLTest, LeaveEndsTheProgram)
 {
     start();
@@ -350,6 +361,20 @@ TEST_F(TourFlightGLTest, EscapeEndsTheTypingAndThenTheProgram)
     EXPECT_FALSE(type(SDLK_ESCAPE));
 }
 
+TEST_F(TourFlightGLTest, AnEscapeThatStaysDownEndsTheTypingAlone)
+{
+    start();
+    click(tabs[3]);
+    click(onPage(0.3F, 0.6F));
+
+    EXPECT_TRUE(key(SDLK_ESCAPE, true));
+    for (int n = 0; n < 20; n++)
+        EXPECT_TRUE(step(100)) << n; // meanwhile the input says again that it is pressed
+    EXPECT_TRUE(key(SDLK_ESCAPE, false));
+
+    EXPECT_FALSE(type(SDLK_ESCAPE));
+}
+
 TEST_F(TourFlightGLTest, TheKeyboardDoesNotStayOnAHiddenPage)
 {
     start();
@@ -385,6 +410,18 @@ TEST_F(TourFlightGLTest, TheTripBeginsWhenNothingIsTouchedAndEndsAtATouch)
     step(2000);
     EXPECT_TRUE(tour->flight.isOnTrip());
     type(SDLK_w);
+
+    EXPECT_FALSE(tour->flight.isOnTrip());
+}
+
+TEST_F(TourFlightGLTest, NoTripBeginsAtOnceWhenAllBeginsAgain)
+{
+    start();
+    step(31000);
+    ASSERT_TRUE(tour->flight.isOnTrip());
+
+    tour->beginAgain();
+    step(1000);
 
     EXPECT_FALSE(tour->flight.isOnTrip());
 }
@@ -495,6 +532,21 @@ TEST_F(TourScriptGLTest, WhatTheCheckerSaysFitsThePanel)
                 testing::IsSupersetOf({HasSubstr("\"2:5: error: 100 % of the string is\""),
                                        HasSubstr("\"not finished: the program ends\""),
                                        HasSubstr("\"[script]\"")}));
+}
+
+TEST_F(TourScriptGLTest, AWordThatIsLongerThanARowIsBroken)
+{
+    start();
+    click(tabs[3]);
+    tour->panel.tell("no abcdefghijklmnopqrstuvwxyzabcdefghijklmn");
+
+    const GLRecorder recorder;
+    tour->drawPanel();
+
+    EXPECT_THAT(recorder.calls({"glCallLists"}),
+                testing::IsSupersetOf({HasSubstr("\"no\""),
+                                       HasSubstr("\"abcdefghijklmnopqrstuvwxyzabcdefgh\""),
+                                       HasSubstr("\"ijklmn\"")}));
 }
 
 TEST_F(TourScriptGLTest, AScriptThatDoesNotEndIsEnded)
@@ -746,7 +798,7 @@ TEST(TourProgramGLTest, LeavesTenPictures)
     useTestDisplay();
     ChildProcess program({EXAMPLE_TOUR, "--size", "400x300", "--trip", "--pictures", "."});
 
-    EXPECT_EQ(program.wait().status, 0);
+    EXPECT_EQ(program.wait(std::chrono::minutes(3)).status, 0);
 
     std::vector<std::string> pictures;
     for (const auto& entry : std::filesystem::directory_iterator("."))
@@ -770,7 +822,7 @@ TEST(TourProgramGLTest, SaysHowItIsUsed)
          {std::vector<std::string>{"--fast"}, {"--size", "800"}, {"--size", "0x600"}, {"--size"}}) {
         std::vector<std::string> words = {EXAMPLE_TOUR};
         words.insert(words.end(), wrong.begin(), wrong.end());
-        EXPECT_EQ(runExample(words, "usage: tamor-tour [--size WIDTHxHEIGHT] [--trip] "
+        EXPECT_EQ(runExample(words, "Usage: tamor-tour [--size WIDTHxHEIGHT] [--trip] "
                                     "[--pictures DIRECTORY]\n"),
                   2);
     }
