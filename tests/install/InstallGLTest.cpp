@@ -227,7 +227,7 @@ TEST_F(InstallGLTest, TheDemonstrationRunsFromAnyDirectory)
     EXPECT_THAT(demonstration.errors(), HasSubstr("adding window program"));
 }
 
-TEST_F(InstallGLTest, TheTourHasItsFilesAndTheCheckerFromAnyDirectory)
+TEST_F(InstallGLTest, TheTourHasItsFilesFromAnyDirectory)
 {
     const VirtualDisplay display;
     const std::string pictures = directory.path().string();
