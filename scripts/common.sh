@@ -81,7 +81,7 @@ start_display()
     number=$(mktemp)
     Xvfb -displayfd 3 -screen 0 "${1:-1024x768}x24" -nolisten tcp -noreset 3>"$number" >/dev/null 2>&1 </dev/null &
     display_process=$!
-    trap 'kill "$display_process" 2>/dev/null || true' EXIT
+    trap end_display EXIT
     until [[ -s $number ]]; do
         kill -0 "$display_process" 2>/dev/null || fail "Xvfb did not start"
         sleep 0.05
@@ -89,4 +89,11 @@ start_display()
     DISPLAY=:$(<"$number")
     export DISPLAY
     rm -f "$number"
+}
+
+# end_display: a signal that comes just before the server falls asleep does not wake it, so one may not
+# do.
+end_display()
+{
+    while kill "$display_process" 2>/dev/null; do sleep 0.05; done
 }

@@ -11,7 +11,7 @@ start_display
 echo 0 >"$frames"
 (cd "$data" && exec env LD_PRELOAD="$frame_counter" TAMOR_FRAMES="$frames" "$program" "${arguments[@]}" 2>"$log" </dev/null) &
 demo=$!
-trap 'kill "$demo" "$display_process" 2>/dev/null || true' EXIT
+trap 'kill "$demo" 2>/dev/null || true; end_display' EXIT
 
 is_running() { kill -0 "$demo" 2>/dev/null; }
 

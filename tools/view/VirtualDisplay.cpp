@@ -7,8 +7,10 @@
 
 #include <array>
 #include <cerrno>
+#include <chrono>
 #include <csignal>
 #include <cstdlib>
+#include <thread>
 
 namespace tamor::view
 {
@@ -52,8 +54,9 @@ VirtualDisplay::~VirtualDisplay()
 {
     if (server <= 0)
         return;
-    kill(server, SIGTERM);
-    waitpid(server, nullptr, 0);
+    // A signal that comes just before the server falls asleep does not wake it, so one may not do.
+    while (kill(server, SIGTERM) == 0 && waitpid(server, nullptr, WNOHANG) == 0)
+        std::this_thread::sleep_for(std::chrono::milliseconds(5));
 }
 
 std::string VirtualDisplay::start(int width, int height)

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+#include <filesystem>
 #include <map>
 #include <string>
 
@@ -81,6 +83,24 @@ TEST(ViewCommandLineGLTest, SaysWhatToInstallForAScreenshotWithoutADisplay)
     EXPECT_EQ(run.status, 1);
     EXPECT_EQ(run.errors, "tamor-view: there is no display, and Xvfb, which would stand in for "
                           "one, is not installed (Debian's package xvfb)\n");
+}
+
+// As an X server does that the first signal meets just before it falls asleep.
+TEST(ViewCommandLineGLTest, EndsAServerThatDoesNotHeedTheFirstSignal)
+{
+    const TemporaryDirectory directory;
+    const std::string server = directory.write("Xvfb", "#!/bin/bash\n"
+                                                       "trap 'trap \"exit 0\" TERM' TERM\n"
+                                                       "echo 99 >&$2\n"
+                                                       "while true; do sleep 0.01; done\n");
+    std::filesystem::permissions(server, std::filesystem::perms::owner_all);
+    const std::string path = directory.path().string() + ":" + std::getenv("PATH");
+
+    const ViewRun run =
+        runView({"--screenshot", "no.png", "no.gui"}, {{"DISPLAY", ""}, {"PATH", path}});
+
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(run.errors, "tamor-view: no.gui: no such file\n");
 }
 
 TEST(ViewCommandLineGLTest, TakesAScreenshotWithoutADisplay)
