@@ -1,5 +1,5 @@
 #include "tests/end_to_end/Demonstration.h"
-#include "tests/support/ChildProcess.h"
+#include "tests/end_to_end/Trace.h"
 
 #include <gtest/gtest.h>
 
@@ -515,40 +515,20 @@ bool isTheSameCall(const std::string& a, const std::string& b)
     return true;
 }
 
-/// The calls between two swaps, from the one numbered `index` on.
-std::vector<std::string> frameOf(const std::string& dump, int index)
-{
-    std::vector<std::string> calls;
-    std::istringstream lines(dump);
-    int swaps = 0;
-    for (std::string line; std::getline(lines, line) && swaps <= index;) {
-        if (line.find("glXSwapBuffers(") == 0)
-            swaps++;
-        else if (swaps == index && line.find("gl") == 0)
-            calls.push_back(line.substr(0, line.rfind(')') + 1));
-    }
-    return calls;
-}
-
 TEST(AWholeFrameGLTest, IsMadeOfTheCallsThatItsLayoutAsksFor)
 {
     const WorkingDirectory directory;
-    const std::string trace = directory.path() + "/frames.trace";
+    const Trace trace(directory.path() + "/frames.trace");
     {
-        // The tracer comes before the sanitiser's library, which is harmless here.
-        Demonstration demo(directory, {"apitrace", "trace", "-o", trace},
-                           {{"ASAN_OPTIONS", "verify_asan_link_order=0:detect_leaks=0"}});
+        Demonstration demo(directory, trace.tracer(), Trace::environment());
         ASSERT_TRUE(demo.opens());
         ASSERT_TRUE(demo.waitForFrames(40));
         demo.holdKey("Escape");
         ASSERT_EQ(demo.end().status, 0) << demo.errors();
     }
-    ChildProcess dumper({"apitrace", "dump", "--color=never", "--call-nos=no", "--arg-names=no",
-                         "--thread-ids=no", trace});
-    ASSERT_EQ(dumper.wait().status, 0) << dumper.errors();
 
     // By the twentieth frame nothing fades any more, and the pointer has touched nothing.
-    const std::vector<std::string> calls = frameOf(dumper.output(), 20);
+    const std::vector<std::string> calls = trace.frames().at(20);
 
     const std::vector<std::string> expected = prescribedFrame();
     for (std::size_t i = 0; i < std::min(calls.size(), expected.size()); i++)

@@ -1,11 +1,12 @@
 #include "maths/Utilities.h"
 #include "tests/end_to_end/Demonstration.h"
 #include "tests/end_to_end/Places.h"
+#include "tests/end_to_end/Trace.h"
 #include "tests/support/ChildProcess.h"
 
 #include <gtest/gtest.h>
 
-#include <sstream>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -13,29 +14,12 @@ namespace tamor::test
 {
 namespace
 {
-// The tracer comes before the sanitiser's library, which is harmless here.
-const std::map<std::string, std::string> tracerEnvironment = {
-    {"ASAN_OPTIONS", "verify_asan_link_order=0:detect_leaks=0"}};
-
-std::vector<std::string> tracerTo(const std::string& trace)
+/// The calls of each frame, without those of the window system, whose numbers differ.
+std::vector<std::vector<std::string>> callsOf(const Trace& trace)
 {
-    return {"apitrace", "trace", "-o", trace};
-}
-
-/// The OpenGL calls of each frame that was shown, as text: whole floats, with what pointers point to.
-std::vector<std::string> framesOf(const std::string& trace)
-{
-    ChildProcess dumper({"apitrace", "dump", "--color=never", "--call-nos=no", "--arg-names=no",
-                         "--thread-ids=no", trace});
-    EXPECT_EQ(dumper.wait(std::chrono::seconds(200)).status, 0) << dumper.errors();
-    std::vector<std::string> frames(1);
-    std::istringstream lines(dumper.output());
-    for (std::string line; std::getline(lines, line);) {
-        if (line.find("glXSwapBuffers(") == 0)
-            frames.emplace_back();
-        else if (line.find("gl") == 0 && line.find("glX") != 0)
-            frames.back() += line + '\n';
-    }
+    std::vector<std::vector<std::string>> frames = trace.frames();
+    for (std::vector<std::string>& calls : frames)
+        std::erase_if(calls, [](const std::string& call) { return call.starts_with("glX"); });
     return frames;
 }
 
@@ -52,17 +36,17 @@ public:
     /// Plays the recording, and compares what it draws with what was drawn.
     void expectThatItPlaysAlike() const
     {
-        const std::string played = directory.path() + "/played.trace";
-        std::vector<std::string> player = tracerTo(played);
+        const Trace played(directory.path() + "/played.trace");
+        std::vector<std::string> player = played.tracer();
         player.insert(player.end(), {TAMOR_REPLAY_PROGRAM, "--play", "run.input"});
         const VirtualDisplay display;
-        std::map<std::string, std::string> environment = tracerEnvironment;
+        std::map<std::string, std::string> environment = Trace::environment();
         environment["DISPLAY"] = display.name();
         ChildProcess process(player, directory.path(), environment);
         EXPECT_EQ(process.wait(std::chrono::seconds(200)).status, 0) << process.errors();
 
-        const std::vector<std::string> expected = framesOf(recorded);
-        const std::vector<std::string> frames = framesOf(played);
+        const std::vector<std::vector<std::string>> expected = callsOf(recorded);
+        const std::vector<std::vector<std::string>> frames = callsOf(played);
         directory.remove("played.trace");
         ASSERT_EQ(frames.size(), expected.size());
         for (std::size_t frame = 0; frame < frames.size(); ++frame)
@@ -71,10 +55,10 @@ public:
 
 private:
     WorkingDirectory directory;
-    std::string recorded = directory.path() + "/recorded.trace";
+    Trace recorded{directory.path() + "/recorded.trace"};
     Demonstration demonstration{directory,
-                                tracerTo(recorded),
-                                tracerEnvironment,
+                                recorded.tracer(),
+                                Trace::environment(),
                                 {TAMOR_REPLAY_PROGRAM, "--record", "run.input"}};
 };
 
