@@ -1,5 +1,6 @@
 #include "art/TGAWriter.h"
 #include "benchmarks/cold/Operation.h"
+#include "benchmarks/generator/PlainMesh.h"
 #include "benchmarks/gui/Scene.h"
 #include "benchmarks/models/Torus.h"
 #include "benchmarks/support/NoOpWindow.h"
@@ -12,7 +13,14 @@
 #include "textures/TGAReader.h"
 
 #include <GL/glu.h>
+#include <ft2build.h>
 #include <png.h>
+#include FT_FREETYPE_H
+#ifdef TAMOR_HAS_CIMG
+#define cimg_display 0
+#define cimg_use_openmp 0
+#include <CImg.h>
+#endif
 #ifdef TAMOR_HAS_STB
 #include <stb_image.h>
 #endif
@@ -26,7 +34,9 @@
 #include <tiny_obj_loader.h>
 #endif
 
+#include <algorithm>
 #include <array>
+#include <bit>
 #include <cstdlib>
 #include <random>
 #include <string>
@@ -152,6 +162,45 @@ Work picturesTerrain()
     };
 }
 
+/// The same characters, a texture and a list each, as anyone would make them: without the bytes and
+/// floats of each that a font keeps, which are a third of its time.
+Work plainFont()
+{
+    openNoOpWindow();
+    return [] {
+        FT_Library library = nullptr;
+        FT_Face face = nullptr;
+        FT_Init_FreeType(&library);
+        FT_New_Face(library, TAMOR_TEST_FONT, 0, &face);
+        FT_Set_Char_Size(face, 32 * 64, 32 * 64, 96, 96);
+        const GLuint lists = glGenLists(128);
+        std::array<GLuint, 128> textures{};
+        glGenTextures(128, textures.data());
+        FT_Pos width = 0;
+        for (GLuint character = 0; character < 128; character++) {
+            FT_Load_Char(face, character, FT_LOAD_RENDER);
+            const FT_GlyphSlotRec_& glyph = *face->glyph;
+            width += glyph.advance.x >> 6;
+            const auto columns = static_cast<GLsizei>(std::bit_ceil(glyph.bitmap.width));
+            const auto rows = static_cast<GLsizei>(std::bit_ceil(glyph.bitmap.rows));
+            std::vector<std::uint8_t> bytes(4 * static_cast<std::size_t>(columns * rows));
+            for (unsigned int y = 0; y < glyph.bitmap.rows; y++)
+                for (unsigned int x = 0; x < glyph.bitmap.width; x++)
+                    std::fill_n(&bytes[4 * (y * static_cast<std::size_t>(columns) + x)], 4,
+                                glyph.bitmap.buffer[y * glyph.bitmap.width + x]);
+            glBindTexture(GL_TEXTURE_2D, textures[character]);
+            gluBuild2DMipmaps(GL_TEXTURE_2D, GL_RGBA, columns, rows, GL_RGBA, GL_UNSIGNED_BYTE,
+                              bytes.data());
+            glNewList(lists + character, GL_COMPILE);
+            glBindTexture(GL_TEXTURE_2D, textures[character]);
+            glRecti(0, 0, columns, rows);
+            glTranslatef(static_cast<GLfloat>(glyph.advance.x >> 6), 0.0F, 0.0F);
+            glEndList();
+        }
+        return Outcome{lists != 0 && width > 0};
+    };
+}
+
 /// Opaque.
 Image randomImage()
 {
@@ -224,6 +273,35 @@ Work stbTGA()
         return Outcome{width == side && floats[3] <= 1.0F, floatSize};
     };
 }
+
+Work stbTerrain()
+{
+    return [path = tgaFile()] {
+        int width = 0;
+        int height = 0;
+        int channels = 0;
+        stbi_uc* const bytes = stbi_load(path.c_str(), &width, &height, &channels, 4);
+        const TerrainMesh mesh = plainMesh(side, [bytes](std::int32_t r, std::int32_t c) {
+            return static_cast<float>(bytes[4 * (side * r + c)]) / 255.0F;
+        });
+        stbi_image_free(bytes);
+        return outcomeOf(mesh, pixelCount);
+    };
+}
+#endif
+
+#ifdef TAMOR_HAS_CIMG
+Work plasma()
+{
+    return [] {
+        cimg_library::CImg<float> plasma(side + 1, side + 1, 1, 1, 0.0F);
+        plasma.draw_plasma(1.0F, 0.0F, 10);
+        const TerrainMesh mesh = plainMesh(side + 1, [&plasma](std::int32_t r, std::int32_t c) {
+            return plasma(static_cast<unsigned>(r), static_cast<unsigned>(c));
+        });
+        return outcomeOf(mesh, (std::size_t{side} + 1) * (side + 1));
+    };
+}
 #endif
 
 #ifdef TAMOR_HAS_TINYOBJLOADER
@@ -288,10 +366,19 @@ std::span<const Operation> operations()
          "tinyobjloader", tinyobjloader
 #endif
         },
+        // The toolkits that one would use instead read no layouts.
         {"loadLayout", layout},
-        {"Font::load", font},
-        {"fractalTerrain", fractal},
-        {"fileTerrain", picturesTerrain},
+        {"Font::load", font, "FreeType and GLU", plainFont},
+        {"fractalTerrain", fractal,
+#ifdef TAMOR_HAS_CIMG
+         "CImg and a loop", plasma
+#endif
+        },
+        {"fileTerrain", picturesTerrain,
+#ifdef TAMOR_HAS_STB
+         "stb_image and a loop", stbTerrain
+#endif
+        },
         {"Image::perlin", perlin,
 #ifdef TAMOR_HAS_LIBNOISE
          "libnoise", libnoise

@@ -9,6 +9,7 @@
 //
 // The fractal stands beside CImg's plasma with the same arrays filled from it, beside the writing
 // of the arrays alone, which is the limit, and beside as many calls of rand() as it makes.
+#include "benchmarks/generator/PlainMesh.h"
 #include "generator/MeshGenerator.h"
 
 #include <benchmark/benchmark.h>
@@ -25,6 +26,7 @@
 namespace
 {
 using tamor::TerrainMesh;
+using tamor::bench::plainMesh;
 
 constexpr float scale = 100.0F;
 
@@ -90,31 +92,6 @@ BENCHMARK(BM_GenerateFractalShare_Rand)
     ->Unit(benchmark::kMillisecond)
     ->MinWarmUpTime(1.0);
 
-/// The three arrays of a terrain, as a straightforward program fills them.
-template <typename Height>
-TerrainMesh meshOf(std::int32_t size, Height height)
-{
-    TerrainMesh mesh;
-    const auto points = static_cast<std::size_t>(size) * static_cast<std::size_t>(size);
-    mesh.vertices.reserve(points);
-    for (std::int32_t r = 0; r < size; r++)
-        for (std::int32_t c = 0; c < size; c++)
-            mesh.vertices.emplace_back().position =
-                tamor::Vector(static_cast<float>(r), height(r, c), static_cast<float>(c));
-    mesh.normalTable.assign(points, tamor::Vector());
-    mesh.faces.reserve(2 * points);
-    for (std::int32_t r = 0; r + 1 < size; r++)
-        for (std::int32_t c = 0; c + 1 < size; c++) {
-            const std::int32_t p = r * size + c;
-            tamor::Face& first = mesh.faces.emplace_back();
-            first.vertex = first.normalIndex = {p + 1, p + size, p};
-            tamor::Face& second = mesh.faces.emplace_back();
-            second.vertex = {p + 1, p + size + 1, p + size};
-            second.normalIndex = {p + size + 1, p + 1, p + size};
-        }
-    return mesh;
-}
-
 /// Whether the faces are those of a fractal of so many divisions.
 bool hasFacesOfFractal(const TerrainMesh& mesh, std::int32_t divisions)
 {
@@ -129,10 +106,10 @@ void BM_GenerateFractalLimit_ArraysOnce(benchmark::State& state)
 {
     const auto size = static_cast<std::int32_t>(state.range(0)) + 1;
     const auto flat = [](std::int32_t, std::int32_t) { return 0.0F; };
-    if (!isRight(state, hasFacesOfFractal(meshOf(size, flat), size - 1)))
+    if (!isRight(state, hasFacesOfFractal(plainMesh(size, flat), size - 1)))
         return;
     for (auto _ : state)
-        benchmark::DoNotOptimize(meshOf(size, flat));
+        benchmark::DoNotOptimize(plainMesh(size, flat));
     state.SetItemsProcessed(state.iterations() * size * size);
 }
 BENCHMARK(BM_GenerateFractalLimit_ArraysOnce)
@@ -154,7 +131,7 @@ void BM_GenerateFractalPeer_CImgPlasmaAndArrays(benchmark::State& state)
         return;
     for (auto _ : state) {
         const cimg_library::CImg<float> plasma = newPlasma();
-        benchmark::DoNotOptimize(meshOf(size, [&plasma](std::int32_t r, std::int32_t c) {
+        benchmark::DoNotOptimize(plainMesh(size, [&plasma](std::int32_t r, std::int32_t c) {
             return plasma(static_cast<unsigned>(r), static_cast<unsigned>(c));
         }));
     }

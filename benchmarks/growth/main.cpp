@@ -5,6 +5,10 @@
 // Each size has a process of its own, and its time is the least of several. "slope" is the power of the
 // size that the time grows by between two lines: 1 is in proportion, 2 is quadratic. Small sizes may
 // show what an operation costs that does nothing, and large ones memory that the caches no longer hold.
+// Blocks of 32 MB and more are new memory in each call; they are not with
+//
+//   GLIBC_TUNABLES=glibc.malloc.mmap_max=0:glibc.malloc.trim_threshold=17179869184
+//
 // Run by scripts/bench, or by hand under a display.
 
 #include "benchmarks/growth/Row.h"
