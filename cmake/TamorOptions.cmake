@@ -13,6 +13,15 @@ target_compile_options(
                              $<$<BOOL:${PROJECT_IS_TOP_LEVEL}>:-Werror>
 )
 
+# The whole library is instrumented, so that any fuzzer sees the branches that it takes.
+if(TAMOR_FUZZ)
+    if(NOT CMAKE_CXX_COMPILER_ID MATCHES "Clang")
+        message(FATAL_ERROR "TAMOR_FUZZ needs clang: set CMAKE_CXX_COMPILER to clang++")
+    endif()
+    set(TAMOR_SANITISE "address;undefined;float-cast-overflow")
+    add_compile_options(-fsanitize=fuzzer-no-link)
+endif()
+
 if(TAMOR_SANITISE)
     list(JOIN TAMOR_SANITISE "," sanitisers)
     add_compile_options(-fsanitize=${sanitisers} -fno-sanitize-recover=all -fno-omit-frame-pointer)

@@ -16,6 +16,7 @@ packages_to_check=(
     git clang-format clang-tidy python3
 )
 packages_to_test=("${packages_to_check[@]}" valgrind) # tests run scripts/check, too
+packages_to_fuzz=(clang libclang-rt-dev llvm)
 packages_to_count=(valgrind libbenchmark-dev)
 packages_to_pack=(dpkg-dev file lintian)
 packages_to_document=(doxygen mandoc python3-markdown)
