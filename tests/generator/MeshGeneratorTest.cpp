@@ -1,4 +1,5 @@
 #include "generator/MeshGenerator.h"
+#include "tests/generator/PlainTerrain.h"
 #include "tests/support/CapturedErrors.h"
 #include "tests/support/TemporaryDirectory.h"
 #include "tests/textures/LiveArrays.h"
@@ -20,83 +21,6 @@ using test::CapturedErrors;
 using test::TemporaryDirectory;
 
 using Triple = std::array<std::int32_t, 3>;
-
-/// The fractal with every height looked up and wrapped for itself, in the order of its definition.
-class PlainFractal
-{
-public:
-    PlainFractal(int divisions, float roughness, float decay, float scaleX, float scaleY,
-                 float scaleZ)
-        : size(divisions + 1)
-    {
-        const auto s = static_cast<float>(size);
-        const float spacing = s / static_cast<float>(divisions);
-        for (int r = 0; r < size; r++)
-            for (int c = 0; c < size; c++) {
-                const float x = static_cast<float>(r) * spacing - s / 2.0F;
-                const float z = static_cast<float>(c) * spacing - s / 2.0F;
-                points.emplace_back(x * scaleX / s, -90000.0F * scaleY / s, z * scaleZ / s);
-            }
-        amount = scaleY * roughness * decay;
-        H(0, 0) = H(divisions, 0) = H(0, divisions) = H(divisions, divisions) = 0.0F;
-        for (int step = divisions; step > 1; step /= 2) {
-            setLevel(step, step / 2);
-            amount = amount * decay;
-        }
-    }
-
-    std::vector<Vector> points;
-
-private:
-    int W(int i) const { return i < 0 ? i + size - 1 : i >= size ? i - size + 1 : i; }
-    float& H(int r, int c)
-    {
-        return points[static_cast<std::size_t>(W(r)) * static_cast<std::size_t>(size) +
-                      static_cast<std::size_t>(W(c))]
-            .y;
-    }
-
-    float noise() const
-    {
-        return static_cast<float>(std::rand() / 2147483648.0 * (2 * amount) - amount);
-    }
-
-    void setLevel(int step, int half)
-    {
-        for (int r = 0; r < size - 1; r += step)
-            for (int c = 0; c < size - 1; c += step) {
-                H(r + half, c + half) =
-                    (H(r, c) + H(r + step, c) + H(r, c + step) + H(r + step, c + step)) / 4.0F;
-                H(r + half, c + half) += noise();
-            }
-        for (int R = half; R < size - 1; R += step)
-            for (int C = half; C < size - 1; C += step) {
-                H(R - half, C) =
-                    (H(R, C) + H(R - half, C - half) + H(R - half, C + half) + H(R - step, C)) /
-                    4.0F;
-                H(R, C - half) =
-                    (H(R + half, C - half) + H(R, C - step) + H(R, C) + H(R - half, C - half)) /
-                    4.0F;
-                H(R + half, C) =
-                    (H(R, C) + H(R + half, C - half) + H(R + half, C + half) + H(R + step, C)) /
-                    4.0F;
-                H(R, C + half) =
-                    (H(R + half, C + half) + H(R, C + step) + H(R, C) + H(R - half, C + half)) /
-                    4.0F;
-                H(R - half, C) += noise();
-                H(R, C - half) += noise();
-                H(R + half, C) += noise();
-                H(R, C + half) += noise();
-            }
-        for (int i = half; i < size - 1; i += step)
-            H(i, size - 1) = H(i, 0);
-        for (int i = half; i < size - 1; i += step)
-            H(size - 1, i) = H(0, i);
-    }
-
-    int size;
-    float amount = 0.0F;
-};
 
 std::vector<float> heights(const TerrainMesh& mesh)
 {
@@ -201,8 +125,8 @@ TEST(FractalTerrain, EqualsThePlainLoopsBitForBit)
     for (const Row& row : rows)
         for (unsigned seed = 1; seed < 4; seed++) {
             std::srand(seed);
-            const PlainFractal expected(row.divisions, row.roughness, row.decay, row.scaleX,
-                                        row.scaleY, row.scaleZ);
+            const TerrainMesh expected = test::fractalTerrainPlainly(
+                row.divisions, row.roughness, row.decay, row.scaleX, row.scaleY, row.scaleZ);
             const int expectedNext = std::rand();
 
             std::srand(seed);
@@ -210,12 +134,7 @@ TEST(FractalTerrain, EqualsThePlainLoopsBitForBit)
                                                     row.scaleX, row.scaleY, row.scaleZ);
 
             EXPECT_EQ(std::rand(), expectedNext) << row.divisions;
-            ASSERT_EQ(mesh.vertices.size(), expected.points.size());
-            for (std::size_t p = 0; p < mesh.vertices.size(); p++) {
-                ASSERT_EQ(mesh.vertices[p].position.x, expected.points[p].x) << p;
-                ASSERT_EQ(mesh.vertices[p].position.y, expected.points[p].y) << p;
-                ASSERT_EQ(mesh.vertices[p].position.z, expected.points[p].z) << p;
-            }
+            ASSERT_TRUE(test::areSame(mesh, expected)) << row.divisions;
         }
 }
 

@@ -1,4 +1,5 @@
 #include "tests/textures/ImageValues.h"
+#include "tests/textures/PlainImages.h"
 #include "textures/Image.h"
 
 #include <gtest/gtest.h>
@@ -7,62 +8,13 @@
 #include <cmath>
 #include <vector>
 
-// Each procedure is held to the plain loops of the reference below, bit for bit.
+// Each procedure is held to the plain loops of PlainImages.h, bit for bit.
 
 namespace tamor
 {
 namespace
 {
 using namespace test;
-
-namespace reference
-{
-std::vector<float> blur(const std::vector<float>& pixels, Size size, std::int32_t radius)
-{
-    const float s = static_cast<float>(radius) / 2.0F + 1.0F;
-    std::vector<float> kernel;
-    for (std::int32_t k = -radius; k <= radius; k++) {
-        const float distance = std::sqrt(static_cast<float>(k) * static_cast<float>(k));
-        kernel.push_back(std::exp(distance / (-2.0F * s * s)) / (6.2831855F * s));
-    }
-    if (radius == 0)
-        kernel = {1.0F};
-    const auto weight = [&](std::int32_t k) { return *(kernel.data() + radius + k); };
-
-    std::vector<float> across(pixels.size());
-    for (std::int32_t i = 0; i < size.width; i++)
-        for (std::int32_t j = 0; j < size.height; j++)
-            for (std::size_t c = 0; c < 4; c++) {
-                float sum = 0.0F;
-                float total = 0.0F;
-                for (std::int32_t k = -radius; k <= radius; k++) {
-                    if (i + k < 0 || i + k > size.width - 1)
-                        continue;
-                    if (c < 3 && pixels[at(size, i + k, j) + 3] == 0.0F)
-                        continue;
-                    sum += weight(k) * pixels[at(size, i + k, j) + c];
-                    total += weight(k);
-                }
-                across[at(size, i, j) + c] = total != 0.0F ? sum / total : sum;
-            }
-
-    std::vector<float> along(pixels.size());
-    for (std::int32_t i = 0; i < size.width; i++)
-        for (std::int32_t j = 0; j < size.height; j++)
-            for (std::size_t c = 0; c < 4; c++) {
-                float sum = 0.0F;
-                float total = 0.0F;
-                for (std::int32_t k = -radius; k <= radius; k++) {
-                    if (j + k < 0 || j + k > size.height - 1)
-                        continue;
-                    sum += weight(k) * across[at(size, i, j + k) + c];
-                    total += weight(k);
-                }
-                along[at(size, i, j) + c] = total != 0.0F ? sum / total : sum;
-            }
-    return along;
-}
-} // namespace reference
 
 TEST(ImageBlur, OfRadiusZeroOnlyBlackensTransparentPixels)
 {
@@ -128,7 +80,7 @@ TEST(ImageBlur, EqualsThePlainLoopsBitForBit)
         for (const std::int32_t radius : {0, 1, 2, 4, 7, 40}) {
             OwnedImage image;
             fillScattered(image, size, 5);
-            const std::vector<float> expected = reference::blur(image.values(), size, radius);
+            const std::vector<float> expected = plain::blur(image.values(), size, radius);
 
             image.blur(radius);
 
@@ -147,7 +99,7 @@ TEST(ImageBlur, EqualsThePlainLoopsWhereNoPixelIsTransparentOrOneIs)
             image.pixels[n] = 0.5F;
         if (transparentRow >= 0)
             image.pixels[at(size, transparentRow, 20) + 3] = -0.0F;
-        const std::vector<float> expected = reference::blur(image.values(), size, 4);
+        const std::vector<float> expected = plain::blur(image.values(), size, 4);
 
         image.blur(4);
 
@@ -165,7 +117,7 @@ TEST(ImageBlur, SpreadsInfinitiesAsThePlainLoopsDo)
     image.pixels[at(size, 5, 5) + 3] = 0.0F;
     image.pixels[at(size, 9, 2)] = -infinity;
     image.pixels[at(size, 9, 2) + 3] = 1.0F;
-    const std::vector<float> expected = reference::blur(image.values(), size, 3);
+    const std::vector<float> expected = plain::blur(image.values(), size, 3);
 
     image.blur(3);
 

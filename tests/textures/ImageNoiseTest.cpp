@@ -1,4 +1,5 @@
 #include "tests/textures/ImageValues.h"
+#include "tests/textures/PlainImages.h"
 #include "textures/Image.h"
 
 #include <gtest/gtest.h>
@@ -9,70 +10,13 @@
 #include <random>
 #include <vector>
 
-// Each procedure is held to the plain loops of the reference below, bit for bit.
+// Each procedure is held to the plain loops of PlainImages.h, bit for bit.
 
 namespace tamor
 {
 namespace
 {
 using namespace test;
-
-namespace reference
-{
-float noise(std::int32_t x, std::int32_t y)
-{
-    std::uint32_t n = static_cast<std::uint32_t>(y) * 57 + static_cast<std::uint32_t>(x);
-    n = n ^ (n << 13);
-    const std::uint32_t hash = ((n * n * 15731 + 789221) * n + 1376312589) & 0x7fffffff;
-    return static_cast<float>(1.0 - hash / 1073741824.0);
-}
-
-float smoothNoise(std::int32_t x, std::int32_t y)
-{
-    return noise(x, y) / 4.0F +
-           (noise(x + 1, y) + noise(x - 1, y) + noise(x, y + 1) + noise(x, y - 1)) / 8.0F +
-           (noise(x + 1, y + 1) + noise(x + 1, y - 1) + noise(x - 1, y + 1) + noise(x - 1, y - 1)) /
-               16.0F;
-}
-
-float cosineInterpolate(float a, float b, float t)
-{
-    const float f = (1.0F - std::cos(t * 3.1415927F)) * 0.5F;
-    return a * (1.0F - f) + b * f;
-}
-
-float interpolatedNoise(float x, float y)
-{
-    const auto ix = static_cast<std::int32_t>(x);
-    const auto iy = static_cast<std::int32_t>(y);
-    const float fx = x - static_cast<float>(ix);
-    const float fy = y - static_cast<float>(iy);
-    const float first = cosineInterpolate(smoothNoise(ix, iy), smoothNoise(ix + 1, iy), fx);
-    const float second =
-        cosineInterpolate(smoothNoise(ix, iy + 1), smoothNoise(ix + 1, iy + 1), fx);
-    return cosineInterpolate(first, second, fy);
-}
-
-std::vector<float> perlin(std::vector<float> pixels, Size size, int octaves, float f, float a,
-                          float frequencyFactor, float amplitudeFactor)
-{
-    const auto width = static_cast<float>(size.width);
-    const auto height = static_cast<float>(size.height);
-    for (int octave = 0; octave < octaves; octave++) {
-        for (std::int32_t i = 0; i < size.width; i++)
-            for (std::int32_t j = 0; j < size.height; j++) {
-                const float x = static_cast<float>(j) / (width * f);
-                const float y = static_cast<float>(i) / (height * f);
-                pixels[at(size, i, j)] += interpolatedNoise(x, y) * a;
-            }
-        f *= frequencyFactor;
-        a *= amplitudeFactor;
-    }
-    for (std::size_t n = 0; n < pixels.size(); n += 4)
-        pixels[n + 1] = pixels[n + 2] = pixels[n];
-    return pixels;
-}
-} // namespace reference
 
 TEST(ImageNoise, IsFixedForALatticePoint)
 {
@@ -92,7 +36,7 @@ TEST(ImageNoise, FollowsTheHashForAllIntegers)
 {
     for (const std::int32_t x : {0, 1, -1, 12345, -98765, largest, least})
         for (const std::int32_t y : {0, 1, -1, 777, -31337, largest, least}) {
-            EXPECT_EQ(Image::noise(x, y), reference::noise(x, y)) << x << ", " << y;
+            EXPECT_EQ(Image::noise(x, y), plain::noise(x, y)) << x << ", " << y;
             EXPECT_LE(std::abs(Image::noise(x, y)), 1.0F);
         }
 }
@@ -101,7 +45,7 @@ TEST(ImageNoise, IsSmoothedByAxisAndDiagonalNeighbours)
 {
     for (const std::int32_t x : {0, 1, -7, 1000})
         for (const std::int32_t y : {0, 2, -9, 4321})
-            EXPECT_EQ(Image::smoothNoise(x, y), reference::smoothNoise(x, y)) << x << ", " << y;
+            EXPECT_EQ(Image::smoothNoise(x, y), plain::smoothNoise(x, y)) << x << ", " << y;
 }
 
 TEST(ImageNoise, WrapsAroundAtTheEndOfTheIntegers)
@@ -134,7 +78,7 @@ TEST(ImageInterpolatedNoise, TruncatesTowardZeroOnBothSidesOfIt)
 {
     for (const float x : {0.0F, 0.3F, 5.75F, -0.3F, -5.75F})
         for (const float y : {0.0F, 0.6F, 9.125F, -0.6F, -9.125F})
-            EXPECT_EQ(Image::interpolatedNoise(x, y), reference::interpolatedNoise(x, y))
+            EXPECT_EQ(Image::interpolatedNoise(x, y), plain::interpolatedNoise(x, y))
                 << x << ", " << y;
 }
 
@@ -187,8 +131,8 @@ TEST(ImagePerlin, EqualsThePlainLoopsBitForBit)
             OwnedImage image;
             fillScattered(image, size, 2);
             const std::vector<float> expected =
-                reference::perlin(image.values(), size, row.octaves, row.frequency, row.amplitude,
-                                  row.frequencyFactor, row.amplitudeFactor);
+                plain::perlin(image.values(), size, row.octaves, row.frequency, row.amplitude,
+                              row.frequencyFactor, row.amplitudeFactor);
 
             image.perlin(row.octaves, row.frequency, row.amplitude, row.frequencyFactor,
                          row.amplitudeFactor);

@@ -1,5 +1,6 @@
 #include "tests/support/CapturedErrors.h"
 #include "tests/textures/ImageValues.h"
+#include "tests/textures/PlainImages.h"
 #include "textures/Image.h"
 
 #include <gtest/gtest.h>
@@ -10,74 +11,13 @@
 #include <string>
 #include <vector>
 
-// Each procedure is held to the plain loops of the reference below, bit for bit.
+// Each procedure is held to the plain loops of PlainImages.h, bit for bit.
 
 namespace tamor
 {
 namespace
 {
 using namespace test;
-
-namespace reference
-{
-std::vector<float> scroll(std::vector<float> pixels, Size size, std::int32_t dx, std::int32_t dy,
-                          Vector fill)
-{
-    const float colour[] = {fill.x, fill.y, fill.z, fill.w};
-    const auto move = [&](std::int32_t stepX, std::int32_t stepY) {
-        const std::vector<float> old = pixels;
-        for (std::int32_t y = 0; y < size.height; y++)
-            for (std::int32_t x = 0; x < size.width; x++)
-                for (std::int32_t c = 0; c < 4; c++) {
-                    const std::int32_t fromX = x - stepX;
-                    const std::int32_t fromY = y - stepY;
-                    const bool isInside =
-                        fromX >= 0 && fromX < size.width && fromY >= 0 && fromY < size.height;
-                    const auto to = (size.width * y + x) * 4 + c;
-                    const auto from = (size.width * fromY + fromX) * 4 + c;
-                    pixels[static_cast<std::size_t>(to)] =
-                        isInside ? old[static_cast<std::size_t>(from)] : colour[c];
-                }
-    };
-    move(dx, 0);
-    move(0, dy);
-    return pixels;
-}
-
-std::vector<float> blend(const std::vector<float>& pixels, Size size, unsigned thisCode,
-                         unsigned otherCode, const std::vector<float>& others, Size otherSize)
-{
-    const auto match = [](std::int32_t place, std::int32_t length, std::int32_t otherLength) {
-        return static_cast<std::int32_t>(static_cast<float>(place) / static_cast<float>(length) *
-                                         static_cast<float>(otherLength));
-    };
-    std::vector<float> blended;
-    for (std::int32_t i = 0; i < size.width; i++)
-        for (std::int32_t j = 0; j < size.height; j++) {
-            const std::int32_t oi = match(i, size.width, otherSize.width);
-            const std::int32_t oj = match(j, size.height, otherSize.height);
-            const float* const p = &pixels[at(size, i, j)];
-            const float* const o = &others[at(otherSize, oi, oj)];
-            const float factors[] = {0.0F,
-                                     1.0F,
-                                     p[3],
-                                     o[3],
-                                     1.0F - p[3],
-                                     1.0F - o[3],
-                                     (p[0] + p[1] + p[2]) / 3.0F,
-                                     (o[0] + o[1] + o[2]) / 3.0F,
-                                     1.0F - (p[0] + p[1] + p[2]) / 3.0F,
-                                     1.0F - (o[0] + o[1] + o[2]) / 3.0F};
-            for (int c = 0; c < 4; c++) {
-                float sum = 0.0F;
-                sum += p[c] * factors[thisCode];
-                sum += o[c] * factors[otherCode];
-                blended.push_back(sum < 0.0F ? 0.0F : sum > 1.0F ? 1.0F : sum);
-            }
-        }
-    return blended;
-}
-} // namespace reference
 
 TEST(ImageClear, MakesOpaqueBlackOfTheNewSize)
 {
@@ -182,18 +122,7 @@ TEST(ImageNormalise, EqualsThePlainLoopsBitForBit)
     for (const Size size : sizes) {
         OwnedImage image;
         fillScattered(image, size, 4);
-        std::vector<float> expected = image.values();
-        float smallest = expected[0];
-        float largestRed = expected[0];
-        for (std::size_t n = 0; n < expected.size(); n += 4) {
-            if (expected[n] < smallest)
-                smallest = expected[n];
-            if (expected[n] > largestRed)
-                largestRed = expected[n];
-        }
-        for (std::size_t n = 0; n < expected.size(); n += 4)
-            expected[n] = expected[n + 1] = expected[n + 2] =
-                (expected[n] - smallest) / (largestRed - smallest);
+        const std::vector<float> expected = plain::normalise(image.values());
 
         image.normalise();
 
@@ -235,7 +164,7 @@ TEST(ImageScroll, EqualsThePlainLoopsForAllDistances)
                 OwnedImage image;
                 fillScattered(image, size, 8);
                 const std::vector<float> expected =
-                    reference::scroll(image.values(), size, dx, dy, fill);
+                    plain::scroll(image.values(), size, dx, dy, fill);
 
                 image.scroll(dx, dy, 0, 0, fill, false);
 
@@ -321,7 +250,7 @@ void expectPlainBlend(Size size, Size otherSize, unsigned thisCode, unsigned oth
     OwnedImage other;
     fillScattered(other, otherSize, 10);
     const std::vector<float> expected =
-        reference::blend(image.values(), size, thisCode, otherCode, other.values(), otherSize);
+        plain::blend(image.values(), size, thisCode, otherCode, other.values(), otherSize);
 
     image.blend(thisCode, otherCode, other);
 
@@ -349,7 +278,7 @@ TEST(ImageBlend, WithItselfReadsThePixelsAsTheyWere)
     OwnedImage image;
     fillScattered(image, size, 11);
     const std::vector<float> expected =
-        reference::blend(image.values(), size, 3, 6, image.values(), size);
+        plain::blend(image.values(), size, 3, 6, image.values(), size);
 
     image.blend(3, 6, image);
 
