@@ -87,6 +87,19 @@ TEST(FormatWithoutArguments, CutsWidthsToTheRoom)
     EXPECT_EQ(formatted("ab%-9999999dcd"), "ab0" + std::string(252, ' '));
 }
 
+TEST(FormatWithoutArguments, CutsAsLongerTextWouldBeCut)
+{
+    // Behind 292 blanks comes "0.000000", and behind 9697 "0." with 300 zeros.
+    EXPECT_EQ(formatted("%300f"), std::string(255, ' '));
+    EXPECT_EQ(formatted("%9999.300f"), std::string(255, ' '));
+    EXPECT_EQ(formatted("%600.590f"), std::string(8, ' ') + "0." + std::string(245, '0'));
+    EXPECT_EQ(formatted("%600.590d"), std::string(10, ' ') + std::string(245, '0'));
+    EXPECT_EQ(formatted("%#600.590g"), std::string(9, ' ') + "0." + std::string(244, '0'));
+    // What does not grow with the precision.
+    EXPECT_EQ(formatted("%600.590s"), std::string(255, ' '));
+    EXPECT_EQ(formatted("%250.590gx"), std::string(249, ' ') + "0x");
+}
+
 TEST(FormatWithoutArguments, CutsTextToOneLessThanTheBuffer)
 {
     std::array<char, 8> buffer;

@@ -21,9 +21,9 @@ struct Conversion
 };
 
 /// Reads a width or a precision, and passes over a `*`, which stands for 0.
-/// \param limit  larger numbers give this one: a text is cut before it shows the difference
-std::size_t readNumber(const char*& at, std::size_t limit)
+std::size_t readNumber(const char*& at)
 {
+    constexpr std::size_t limit = 1000000000; // about what `printf` takes
     if (*at == '*') {
         at++;
         return 0;
@@ -37,24 +37,48 @@ std::size_t readNumber(const char*& at, std::size_t limit)
 }
 
 /// \param at  behind the per cent sign
-Conversion readConversion(const char* at, std::size_t limit)
+Conversion readConversion(const char* at)
 {
     constexpr const char* flagCharacters = "-+ #0'";
     constexpr const char* sizeCharacters = "hlqLjzZt";
     Conversion conversion;
     while (*at != 0 && std::strchr(flagCharacters, *at) != nullptr)
         conversion.flags += *at++;
-    conversion.width = readNumber(at, limit);
+    conversion.width = readNumber(at);
     if (*at == '.') {
         at++;
         conversion.hasPrecision = true;
-        conversion.precision = readNumber(at, limit);
+        conversion.precision = readNumber(at);
     }
     while (*at != 0 && std::strchr(sizeCharacters, *at) != nullptr)
         at++;
     conversion.type = *at;
     conversion.end = *at == 0 ? at : at + 1;
     return conversion;
+}
+
+/// Whether each digit of the precision is one more 0 of the text.
+bool growsWithPrecision(const Conversion& conversion)
+{
+    const bool isShortest = conversion.type == 'g' || conversion.type == 'G';
+    if (isShortest && conversion.flags.find('#') == std::string::npos)
+        return false;
+    return std::strchr("diouxXaAeEfFgG", conversion.type) != nullptr;
+}
+
+/// Brings both numbers down, so that the text is printed in no time and its first `room` characters
+/// are the same.
+void shorten(Conversion& conversion, std::size_t room)
+{
+    // A zero takes no more, apart from what the precision adds.
+    constexpr std::size_t longestZero = 32;
+    if (conversion.precision > room) {
+        const std::size_t cut = conversion.precision - room;
+        if (growsWithPrecision(conversion))
+            conversion.width -= std::min(conversion.width, cut);
+        conversion.precision = room;
+    }
+    conversion.width = std::min(conversion.width, 2 * room + longestZero);
 }
 
 /// Where the next characters of a text go; what does not fit is dropped.
@@ -75,15 +99,16 @@ public:
     }
 
     template <typename Zero>
-    void appendZero(const Conversion& conversion, Zero zero)
+    void appendZero(Conversion conversion, Zero zero)
     {
+        const std::size_t room = buffer.size() - length;
+        shorten(conversion, room);
         std::string format = "%" + conversion.flags;
         if (conversion.width > 0)
             format += std::to_string(conversion.width);
         if (conversion.hasPrecision)
             format += "." + std::to_string(conversion.precision);
         format += conversion.type;
-        const std::size_t room = buffer.size() - length;
         const int written = std::snprintf(buffer.data() + length, room, format.c_str(), zero);
         if (written > 0)
             length += std::min(static_cast<std::size_t>(written), room - 1);
@@ -147,7 +172,7 @@ std::string_view formatWithoutArguments(const char* format, std::span<char> buff
     const char* rest = format;
     while (sign != nullptr && !output.isFull()) {
         output.append({rest, sign});
-        const Conversion conversion = readConversion(sign + 1, buffer.size());
+        const Conversion conversion = readConversion(sign + 1);
         appendConversion(output, sign, conversion);
         rest = conversion.end;
         sign = std::strchr(rest, '%');
