@@ -50,6 +50,8 @@ GLWidget::GLWidget(const std::string& newName, GLWidget* newParent, Vector newPo
 {
     drawing = false;
     widgets[name] = this;
+    if (parent != nullptr)
+        parent->isParent = true;
 
     // Meant: the GUI has one font scale and one viewport, those of the widget built last, and a
     // widget built while an answer waits clears it. A constructor can thus measure its text with
@@ -257,6 +259,13 @@ void GLWidget::unregister(const GLWidget& widget)
     const auto entry = widgets.find(widget.name);
     if (entry != widgets.end() && entry->second == &widget)
         entry->second = nullptr;
+}
+
+void GLWidget::deletePart(GLWidget* part)
+{
+    unregister(*part);
+    if (!part->isParent)
+        delete part;
 }
 
 void GLWidget::translateToCentre() const

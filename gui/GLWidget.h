@@ -289,6 +289,9 @@ protected:
     /// Takes the widget's name out of `widgets`, if it still is the widget's: its entry becomes
     /// null. For whoever deletes a widget.
     static void unregister(const GLWidget& widget);
+    /// Takes the part of a widget out of `widgets` and deletes it. A part that a widget was built
+    /// below stays in memory, since it is that widget's `parent` for good.
+    static void deletePart(GLWidget* part);
 
     /// Gives the buttons to the children, front to back. If an exclusive child answers true, the
     /// last that does is chosen and every other child deselected.
@@ -313,15 +316,16 @@ protected:
     bool prevLeft = false;          ///< the buttons of the last `onMouseButtons`
     bool prevMiddle = false;        ///< as `prevLeft`
     bool prevRight = false;         ///< as `prevLeft`
-    Vector position;      ///< of the bottom left corner, in the parent's inner coordinates
-    Vector dimensions;    ///< width and height
-    Vector mouse;         ///< the pointer's last place, in the coordinates of `position`
-    bool hover = false;   ///< the pointer is over the widget
-    bool active = false;  ///< held down, or ticked
-    bool clicked = false; ///< see `wasClicked`
-    std::string text;     ///< caption, title or content
-    Theme* theme;         ///< never null; not owned
-    std::string name;     ///< the key in `widgets`
+    Vector position;       ///< of the bottom left corner, in the parent's inner coordinates
+    Vector dimensions;     ///< width and height
+    Vector mouse;          ///< the pointer's last place, in the coordinates of `position`
+    bool hover = false;    ///< the pointer is over the widget
+    bool active = false;   ///< held down, or ticked
+    bool clicked = false;  ///< see `wasClicked`
+    bool isParent = false; ///< a widget was built below it; see `deletePart`
+    std::string text;      ///< caption, title or content
+    Theme* theme;          ///< never null; not owned
+    std::string name;      ///< the key in `widgets`
     std::vector<GLWidget*> children; ///< in order of `addChild`; not owned
 
 private:

@@ -198,8 +198,7 @@ void TabWindow::deleteButton(Tab& tab)
 {
     if (tab.button == nullptr)
         return;
-    unregister(*tab.button);
-    delete tab.button;
+    deletePart(tab.button);
     tab.button = nullptr;
 }
 

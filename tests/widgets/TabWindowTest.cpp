@@ -250,6 +250,21 @@ TEST_F(TabWindowBuild, ClearsTheNameOfAButtonThatItDeletesAndNoOther)
     EXPECT_EQ(other.text, "ab");
 }
 
+TEST_F(TabWindowBuild, LeavesAButtonInMemoryThatIsAParent)
+{
+    auto& window = make<TabWindow>("pages", nullptr, Vector());
+    window.addTab(0, "First");
+    const std::unique_ptr<Button> button(window.tabs[0].button);
+    auto& label = make<Label>("label", button.get(), Vector(), std::string("ab"));
+
+    window.addTab(1, "Second");
+
+    EXPECT_NE(window.tabs[0].button, button.get());
+    EXPECT_EQ(GLWidget::find("__pagestab0First"), window.tabs[0].button);
+    EXPECT_EQ(label.parent, button.get());
+    EXPECT_EQ(button->typeName(), "Button");
+}
+
 TEST_F(TabWindowBuild, LeavesANameThatAnotherWidgetHasTakenOver)
 {
     auto& window = make<TabWindow>("pages", nullptr, Vector());
