@@ -3,6 +3,7 @@
 /// make.
 #pragma once
 
+#include "tests/gui/CleanGui.h"
 #include "tests/gui/Seen.h"
 #include "tests/support/TestWindow.h"
 #include "textures/Font.h"
@@ -17,23 +18,6 @@
 
 namespace tamor::test
 {
-/// Puts the state of the GUI back to that of a new process.
-inline void clearGui()
-{
-    GLWidget::widgets.clear();
-    GLWidget::themes.clear();
-    GLWidget::topLevel.clear();
-    GLWidget::font = Font();
-    GLWidget::messageResult = 0;
-    GLWidget::viewport = {};
-    GLWidget::glowRate = 0.0F;
-    GLWidget::optionFrame = {};
-    GLWidget::optionMark = {};
-    GLWidget::checkFrame = {};
-    GLWidget::checkMark = {};
-    GLWidget::sliderKnob = {};
-}
-
 /// A look of numbers that floats hold exactly, no two of them alike where it could matter.
 inline Theme roundTheme()
 {

@@ -1,0 +1,47 @@
+// Feeds the reader of configurations with any bytes: it must read what the plain reader reads, and
+// ask for the same font. With libFuzzer's own main this is the fuzzer; with ReplayCorpus.cpp it runs
+// the kept corpus, as ctest does.
+#include "gui/GLWidget.h"
+#include "tests/gui/PlainFiles.h"
+#include "tests/gui/fuzz/FuzzGui.h"
+#include "tests/support/FuzzFile.h"
+
+#include <cstdint>
+#include <cstring>
+#include <iostream>
+#include <sstream>
+#include <string>
+
+using namespace tamor;
+using namespace tamor::test;
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    const std::string bytes(data, data + size);
+    const FuzzFile file(bytes);
+    Vector* const rectangles[] = {&GLWidget::optionFrame, &GLWidget::optionMark,
+                                  &GLWidget::checkFrame, &GLWidget::checkMark,
+                                  &GLWidget::sliderKnob};
+    PlainConfig plain;
+    plain.glowRate = GLWidget::glowRate = 9.0F;
+    for (std::size_t k = 0; k < plain.rectangles.size(); k++)
+        plain.rectangles[k] = *rectangles[k] = Vector(9.0F, 8.0F, 7.0F, 6.0F);
+
+    std::ostringstream errors;
+    std::streambuf* const before = std::cerr.rdbuf(errors.rdbuf());
+    GLWidget::readConfig(file.path());
+    std::cerr.rdbuf(before);
+
+    readConfigPlainly(plain, bytes);
+    for (std::size_t k = 0; k < plain.rectangles.size(); k++)
+        if (std::memcmp(rectangles[k], &plain.rectangles[k], sizeof(Vector)) != 0)
+            failFuzzing("the plain reader differs in rectangle " + std::to_string(k));
+    if (std::memcmp(&GLWidget::glowRate, &plain.glowRate, sizeof(float)) != 0)
+        failFuzzing("the plain reader differs in the glow rate");
+    if (errors.str() != "Loading " + plain.fontFile + "\nError loading the font\nLoaded.\n")
+        failFuzzing("this was printed:\n" + errors.str());
+    // A path ends at its first zero byte.
+    if (lastFont() != plain.fontFile.c_str())
+        failFuzzing("the font is another one");
+    return 0;
+}
