@@ -3,7 +3,7 @@
 #
 # Of sources that define LLVMFuzzerTestOneInput: in every build tamor-NAME-fuzz-replay, which ctest
 # runs over the files of the corpus as the test fuzz.NAME, and as damaged.NAME over the samples, cut
-# at each byte and with each bit turned, or at 500 bytes of a longer one; and with TAMOR_FUZZ
+# at each byte and with each bit turned, or at 1000 bytes of a longer one; and with TAMOR_FUZZ
 # tamor-NAME-fuzzer, which looks for more inputs and which scripts/fuzz runs.
 function(tamor_add_fuzzer name)
     cmake_parse_arguments(PARSE_ARGV 1 fuzzer "" "LABEL;CORPUS;LONGEST;DICTIONARY" "SOURCES;SAMPLES;LIBRARIES")
@@ -23,7 +23,7 @@ function(tamor_add_fuzzer name)
     if(fuzzer_SAMPLES)
         add_test(
             NAME damaged.${name}
-            COMMAND ${replay} --damaged 500 ${fuzzer_SAMPLES}
+            COMMAND ${replay} --damaged 1000 ${fuzzer_SAMPLES}
             WORKING_DIRECTORY "${CMAKE_CURRENT_SOURCE_DIR}"
         )
         list(APPEND tests damaged.${name})

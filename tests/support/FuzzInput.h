@@ -23,7 +23,8 @@ public:
     {
         Number number{};
         const std::size_t count = size < sizeof number ? size : sizeof number;
-        std::memcpy(&number, bytes, count);
+        if (count > 0)
+            std::memcpy(&number, bytes, count);
         bytes += count;
         size -= count;
         return number;

@@ -45,6 +45,13 @@ std::string bytesOf(const std::filesystem::path& path)
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
+/// A file, read before the target may go to another folder.
+struct Sample
+{
+    std::string path;
+    std::string bytes;
+};
+
 void read(const std::string& bytes, const std::string& what)
 {
     current = what;
@@ -54,20 +61,8 @@ void read(const std::string& bytes, const std::string& what)
     readings++;
 }
 
-void readDirectory(const std::string& directory)
+void readDamaged(const std::string& path, const std::string& whole, std::size_t mostPlaces)
 {
-    for (const auto& entry : std::filesystem::directory_iterator(directory))
-        read(bytesOf(entry.path()), entry.path());
-}
-
-void readDamaged(const std::string& path, std::size_t mostPlaces)
-{
-    const std::string whole = bytesOf(path);
-    if (whole.empty()) {
-        std::fprintf(stderr, "%s is not there\n", path.c_str());
-        std::exit(1);
-    }
-    read(whole, path);
     const std::size_t step = (whole.size() + mostPlaces - 1) / mostPlaces;
     for (std::size_t at = 0; at < whole.size(); at += step) {
         const std::string place = path + " at byte " + std::to_string(at);
@@ -90,11 +85,20 @@ int main(int count, char** arguments)
         __sanitizer_set_death_callback(sayWhere);
 
     const bool isDamaged = count > 2 && std::string(arguments[1]) == "--damaged";
+    std::vector<Sample> samples;
     for (int i = isDamaged ? 3 : 1; i < count; ++i) {
         if (isDamaged)
-            readDamaged(arguments[i], std::stoul(arguments[2]));
+            samples.push_back({arguments[i], bytesOf(arguments[i])});
         else
-            readDirectory(arguments[i]);
+            for (const auto& entry : std::filesystem::directory_iterator(arguments[i]))
+                samples.push_back({entry.path(), bytesOf(entry.path())});
+    }
+    for (const auto& [path, bytes] : samples) {
+        read(bytes, path);
+        if (isDamaged)
+            readDamaged(path, bytes, std::stoul(arguments[2]));
+        if (isDamaged && bytes.empty())
+            return 1; // it is not there
     }
     std::printf("%ld readings\n", readings);
     return readings > 0 ? 0 : 1;

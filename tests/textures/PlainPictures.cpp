@@ -170,7 +170,7 @@ PlainPicture readTGAPlainly(const std::string& bytes)
     const auto store = [&] {
         if (done++ >= picture.pixelCount())
             return;
-        for (const std::size_t c : {2, 1, 0})
+        for (const std::size_t c : {2U, 1U, 0U})
             picture.channels.push_back(static_cast<float>(pixel[c]) / 255.0F);
         picture.channels.push_back(depth == 32 ? static_cast<float>(pixel[3]) / 255.0F : 1.0F);
     };

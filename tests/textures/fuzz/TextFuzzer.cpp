@@ -57,7 +57,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 {
     // It ends at its first zero character.
     const std::string format = std::string(data, data + size).c_str();
-    for (const std::size_t room : {1, 2, 16, 256, 512})
+    for (const std::size_t room : {1U, 2U, 16U, 256U, 512U})
         compareFormatted(format, room);
 
     Font font;
