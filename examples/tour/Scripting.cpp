@@ -12,7 +12,6 @@
 #include <iterator>
 #include <map>
 #include <numbers>
-#include <stdexcept>
 
 namespace tour
 {
@@ -20,7 +19,8 @@ using namespace tamor;
 
 namespace
 {
-constexpr int mostCalls = 100000; // in a run: a script that makes more has no end
+// Of steps, of bytes, and of calls within calls: a script that takes more has no end.
+constexpr ScriptLimits limits = {1000000, 50000000, 200};
 
 // A built-in is a plain function, so what it works on is found here.
 Scripting* current = nullptr;
@@ -153,11 +153,9 @@ struct Words
         return {1};
     }
 
-    /// What the interpreter calls: counts, and looks the word up.
+    /// What the interpreter calls.
     static ScriptValue call(std::string name, std::int32_t count, ScriptValue* values)
     {
-        if (++current->calls > mostCalls)
-            throw std::runtime_error("the script did not end, and was ended");
         return all.at(name)(Arguments(count, values));
     }
 
@@ -211,6 +209,7 @@ std::string Scripting::run(const std::string& newText)
     if (verdict.hasErrors)
         return verdict.words;
     interpreter = std::make_unique<ScriptInterpreter>();
+    interpreter->limits = limits;
     for (const auto& [name, word] : Words::all)
         interpreter->builtins[name] = Words::call;
     const std::string words = runText(newText);
@@ -244,15 +243,12 @@ std::string Scripting::update(float milliseconds)
 std::string Scripting::runText(const std::string& text)
 {
     current = this;
-    calls = 0;
-    try {
-        std::vector<ScriptToken> tokens;
-        parseText(*interpreter, tokens, text);
-        runTokens(*interpreter, tokens);
-    } catch (const std::exception& problem) {
-        waiting.clear();
-        return problem.what();
-    }
-    return "";
+    std::vector<ScriptToken> tokens;
+    parseText(*interpreter, tokens, text);
+    runTokens(*interpreter, tokens);
+    if (interpreter->reachedLimit == ScriptLimit::NONE)
+        return "";
+    waiting.clear();
+    return "the script did not end, and was ended";
 }
 } // namespace tour

@@ -72,7 +72,6 @@ private:
     std::vector<std::pair<std::string, std::string>> scripts; ///< name and text
     std::unique_ptr<tamor::ScriptInterpreter> interpreter;
     std::vector<Later> waiting;
-    int calls = 0; ///< of the tour's words, in a run
     unsigned random = 7;
 };
 } // namespace tour

@@ -553,8 +553,11 @@ TEST_F(TourScriptGLTest, AScriptThatDoesNotEndIsEnded)
 {
     start();
 
-    EXPECT_EQ(tour->scripting.run("while (1 == 1) { hour(5); }\n"),
-              "the script did not end, and was ended");
+    for (const char* script : {"while (1 == 1) { hour(5); }\n", "while (1 == 1) { n = 2; }\n",
+                               "func f() { f(); }\nf();\n"}) {
+        EXPECT_EQ(tour->scripting.run(script), "the script did not end, and was ended") << script;
+    }
+    EXPECT_EQ(tour->scripting.run("hour(5);\n"), "");
 }
 
 TEST_F(TourScriptGLTest, WhatIsNoFunctionIsNotCalledLater)
