@@ -463,7 +463,7 @@ TEST_F(TourScriptGLTest, AWoodGrows)
     start();
     const std::size_t before = tour->things.all.size();
 
-    run(2);
+    run(3);
 
     EXPECT_GT(tour->things.all.size(), before + 15);
 }
@@ -473,7 +473,7 @@ TEST_F(TourScriptGLTest, AFlockCirclesUntilItIsStopped)
     start();
     const std::size_t before = tour->things.all.size();
 
-    run(1);
+    run(2);
     ASSERT_EQ(tour->things.all.size(), before + 13);
     const Vector there = tour->things.all.back().place;
     step(100);
@@ -484,6 +484,21 @@ TEST_F(TourScriptGLTest, AFlockCirclesUntilItIsStopped)
     step(100);
 
     EXPECT_EQ(tour->things.all.back().place.x, stopped.x);
+}
+
+TEST_F(TourScriptGLTest, ADayGoesByUntilItIsStopped)
+{
+    start();
+
+    run(1);
+    step(100);
+    const float later = tour->settings.hour;
+    EXPECT_GT(later, 18.04F);
+    click(onPage(0.26F, 0.28F));
+    const float stopped = tour->settings.hour;
+    step(100);
+
+    EXPECT_EQ(tour->settings.hour, stopped);
 }
 
 TEST_F(TourScriptGLTest, WhatAReaderChangesIsRun)
