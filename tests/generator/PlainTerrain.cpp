@@ -133,7 +133,8 @@ TerrainMesh imageTerrainPlainly(const Image& image, float scaleX, float scaleY, 
     const auto h = static_cast<float>(image.height);
     for (int i = 0; i < image.width; i++)
         for (int j = 0; j < image.height; j++) {
-            const auto p = static_cast<std::size_t>(image.width * i + j);
+            const auto p = static_cast<std::size_t>(image.width) * static_cast<std::size_t>(i) +
+                           static_cast<std::size_t>(j);
             if (p >= mesh.vertices.size())
                 continue;
             const float x = static_cast<float>(i) - w / 2.0F;

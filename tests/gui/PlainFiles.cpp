@@ -61,7 +61,7 @@ std::string echoOf(float number, const std::string& end = "\n")
 template <class Field>
 bool areSame(const Field& a, const Field& b)
 {
-    return std::memcmp(&a, &b, sizeof a) == 0;
+    return std::memcmp(static_cast<const void*>(&a), static_cast<const void*>(&b), sizeof a) == 0;
 }
 } // namespace
 

@@ -30,7 +30,7 @@ unsigned long takeNumber(std::string& rest)
 std::string takeAny(std::string& rest, const char* characters)
 {
     const std::size_t count = std::min(rest.find_first_not_of(characters), rest.size());
-    const std::string taken = rest.substr(0, count);
+    std::string taken = rest.substr(0, count);
     rest.erase(0, count);
     return taken;
 }

@@ -41,7 +41,7 @@ TerrainMesh compareFractal(FuzzInput& input)
     const auto [roughness, decay, x, y, z] = numbersOf<5>(input);
     const auto seed = input.take<unsigned>();
     std::srand(seed);
-    const TerrainMesh mesh = fractalTerrain(divisions, roughness, decay, x, y, z);
+    TerrainMesh mesh = fractalTerrain(divisions, roughness, decay, x, y, z);
     const int next = std::rand();
 
     std::srand(seed);
@@ -58,8 +58,8 @@ TerrainMesh compareNoise(FuzzInput& input)
     const int octaves = input.below(mostOctaves + 2) - 1;
     const auto [frequency, amplitude, frequencyFactor, amplitudeFactor, x, y, z] =
         numbersOf<7>(input);
-    const TerrainMesh mesh = noiseTerrain(size, octaves, frequency, amplitude, frequencyFactor,
-                                          amplitudeFactor, x, y, z);
+    TerrainMesh mesh = noiseTerrain(size, octaves, frequency, amplitude, frequencyFactor,
+                                    amplitudeFactor, x, y, z);
     TerrainMesh expected;
     if (size > 0) {
         OwnedImage image(size, size);
@@ -80,7 +80,7 @@ TerrainMesh compareImage(FuzzInput& input)
     const auto [x, y, z] = numbersOf<3>(input);
     for (std::size_t p = 0; p < image.pixelCount(); p++)
         image.pixels[4 * p] = reds[p * 5 % 7 % reds.size()];
-    const TerrainMesh mesh = imageTerrain(image, x, y, z);
+    TerrainMesh mesh = imageTerrain(image, x, y, z);
     const TerrainMesh expected =
         image.pixelCount() == 0 ? TerrainMesh() : imageTerrainPlainly(image, x, y, z);
     if (!areSame(mesh, expected))
@@ -94,9 +94,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const KeptArrays keptArrays;
     FuzzInput input(data, size);
     const int kind = input.below(3);
-    const TerrainMesh mesh = kind == 0   ? compareFractal(input)
-                             : kind == 1 ? compareNoise(input)
-                                         : compareImage(input);
+    TerrainMesh mesh = kind == 0   ? compareFractal(input)
+                       : kind == 1 ? compareNoise(input)
+                                   : compareImage(input);
     Model model;
     putIntoModel(model, mesh);
     model.computeNormals(false);

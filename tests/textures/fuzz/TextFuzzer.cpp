@@ -8,6 +8,7 @@
 
 #include <GL/gl.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -56,7 +57,7 @@ void compareFormatted(const std::string& format, std::size_t size)
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     // It ends at its first zero character.
-    const std::string format = std::string(data, data + size).c_str();
+    const std::string format(data, std::find(data, data + size, 0));
     for (const std::size_t room : {1U, 2U, 16U, 256U, 512U})
         compareFormatted(format, room);
 
