@@ -1,14 +1,11 @@
 // Feeds the reader of PNG files with any bytes: it must read what the plain reader reads, and print
 // the same. With libFuzzer's own main this is the fuzzer; with ReplayCorpus.cpp it runs the kept
 // corpus, as ctest does.
-#include "tests/support/FuzzFile.h"
-#include "tests/support/KeptArrays.h"
 #include "tests/textures/PlainPictures.h"
+#include "tests/textures/fuzz/ReadingComparison.h"
 #include "textures/PNGReader.h"
 
 #include <cstdint>
-#include <iostream>
-#include <sstream>
 #include <string>
 
 namespace
@@ -27,17 +24,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (plain.wasRead && plain.pixelCount() > mostPixels)
         return 0;
 
-    std::ostringstream errors;
-    std::streambuf* const before = std::cerr.rdbuf(errors.rdbuf());
-    const test::KeptArrays keptArrays;
-    Image image;
-    const bool wasRead = readPNG(image, {file.path(), 0});
-    std::cerr.rdbuf(before);
-
-    if (wasRead != plain.wasRead || errors.str() != plain.errors)
-        test::failFuzzing("the plain reader prints: " + plain.errors);
-    const std::string found = difference(image, plain);
-    if (!found.empty())
-        test::failFuzzing("the plain reader differs: " + found);
+    test::compareReading(readPNG, file, plain);
     return 0;
 }

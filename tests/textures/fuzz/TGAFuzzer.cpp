@@ -1,14 +1,11 @@
 // Feeds the reader of TGA files with any bytes: it must read what the plain reader reads, and print
 // the same. With libFuzzer's own main this is the fuzzer; with ReplayCorpus.cpp it runs the kept
 // corpus, as ctest does.
-#include "tests/support/FuzzFile.h"
-#include "tests/support/KeptArrays.h"
 #include "tests/textures/PlainPictures.h"
+#include "tests/textures/fuzz/ReadingComparison.h"
 #include "textures/TGAReader.h"
 
 #include <cstdint>
-#include <iostream>
-#include <sstream>
 #include <string>
 
 namespace
@@ -44,17 +41,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         return 0;
 
     const test::FuzzFile file(bytes);
-    std::ostringstream errors;
-    std::streambuf* const before = std::cerr.rdbuf(errors.rdbuf());
-    const test::KeptArrays keptArrays;
-    Image image;
-    const bool wasRead = readTGA(image, {file.path(), 0});
-    std::cerr.rdbuf(before);
-
-    if (wasRead != plain.wasRead || errors.str() != plain.errors)
-        test::failFuzzing("the plain reader prints: " + plain.errors);
-    const std::string found = difference(image, plain);
-    if (!found.empty())
-        test::failFuzzing("the plain reader differs: " + found);
+    test::compareReading(readTGA, file, plain);
     return 0;
 }
