@@ -3,8 +3,10 @@
 #include "tests/support/TemporaryDirectory.h"
 
 #include <clocale>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <initializer_list>
 #include <iostream>
 #include <string>
 #include <string_view>
@@ -13,18 +15,25 @@ namespace tamor::test
 {
 namespace
 {
-/// The numbers of a locale as the C library keeps them in a file.
-constexpr std::string_view numericFile("\x14\x11\x03\x20\x06\0\0\0" // its mark, six entries
-                                       "\x20\0\0\0\x22\0\0\0"       // where each of them stands
-                                       "\x24\0\0\0\x28\0\0\0"
-                                       "\x2C\0\0\0\x30\0\0\0"
-                                       ",\0"          // 32: the decimal point
-                                       ".\0"          // 34: what parts thousands
-                                       "\3\3\0\0"     // 36: digits in a group
-                                       ",\0\0\0"      // 40: the point as a wide character
-                                       ".\0\0\0"      // 44: and what parts thousands
-                                       "UTF-8\0\0\0", // 48: the characters' code
-                                       56);
+/// The numbers of a locale as the C library keeps them in a file, whose words are in the order of
+/// the processor's bytes.
+std::string numericFile()
+{
+    std::string file;
+    const auto add = [&file](std::initializer_list<std::uint32_t> words) {
+        for (const std::uint32_t word : words)
+            file.append(reinterpret_cast<const char*>(&word), sizeof word);
+    };
+    add({0x20031114, 6});                // its mark, six entries
+    add({32, 34, 36, 40, 44, 48});       // where each of them stands
+    file += std::string_view(",\0"       // 32: the decimal point
+                             ".\0"       // 34: what parts thousands
+                             "\3\3\0\0", // 36: digits in a group
+                             8);
+    add({',', '.'});                            // 40, 44: both as wide characters
+    file += std::string_view("UTF-8\0\0\0", 8); // 48: the characters' code
+    return file;
+}
 
 class Punctuation : public std::numpunct<char>
 {
@@ -41,7 +50,7 @@ CommaLocale::CommaLocale()
     errorsBefore = std::cerr.imbue(commas);
 
     const TemporaryDirectory directory;
-    directory.write("comma/LC_NUMERIC", numericFile);
+    directory.write("comma/LC_NUMERIC", numericFile());
     setenv("LOCPATH", directory.path().c_str(), 1);
     const bool isSet = std::setlocale(LC_NUMERIC, "comma") != nullptr;
     unsetenv("LOCPATH");
