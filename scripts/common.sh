@@ -65,6 +65,14 @@ require_packages()
         apt-get install -y -qq --no-install-recommends "${missing[@]}" </dev/null >/dev/null
 }
 
+# The lines of a sources.list that this machine's own packages of Debian come by, and Debian's name.
+debian_sources()
+{
+    apt-get indextargets --format 'deb $(REPO_URI) $(RELEASE) $(COMPONENT)' \
+        'Created-By: Packages' 'Origin: Debian' | sort -u
+}
+debian_suite() { (. /etc/os-release && echo "$VERSION_CODENAME"); }
+
 # build_preset PRESET TARGET [CMAKE ARGUMENT...]: only what changed is built again.
 build_preset()
 {
