@@ -3,6 +3,7 @@
 #include "script/internal/Texts.h"
 
 #include <cmath>
+#include <csignal>
 #include <limits>
 
 namespace tamor
@@ -86,9 +87,14 @@ int truncated(const ScriptValue& value)
 }
 
 // Meant: the processor's own division with no test of the divisor, whose trap ends the process;
-// `ScriptValueModulo.ByZeroEndsInTheArithmeticTrap` holds it, also under the sanitisers.
+// `ScriptValueModulo.ByZeroEndsInTheArithmeticTrap` holds it, also under the sanitisers. A processor
+// that has no such trap is helped out.
 __attribute__((noinline, no_sanitize("undefined"))) int remainder(int dividend, int divisor)
 {
+#if !defined(__x86_64__) && !defined(__i386__)
+    if (divisor == 0 || (divisor == -1 && dividend == std::numeric_limits<int>::min()))
+        std::raise(SIGFPE);
+#endif
     return dividend % divisor; // NOLINT(clang-analyzer-core.DivideZero)
 }
 } // namespace

@@ -20,6 +20,8 @@ packages_to_fuzz=(clang libclang-rt-dev llvm)
 packages_to_count=(valgrind libbenchmark-dev)
 packages_to_pack=(dpkg-dev file lintian)
 packages_to_document=(doxygen mandoc python3-markdown)
+packages_to_try_clang=(clang libc++-dev libc++abi-dev googletest)
+packages_to_cross=(mmdebstrap qemu-user) # and the compiler of the row
 packages_to_compare=(git abigail-tools)
 packages_for_a_bare_run=(mmdebstrap procps git)
 # Google Benchmark, and what the benchmarks compare with.
