@@ -1,6 +1,7 @@
 #include "tests/examples/Example.h"
 #include "tests/support/CapturedErrors.h"
 #include "tests/support/ChildProcess.h"
+#include "tests/support/SDLWords.h"
 #include "tests/support/TemporaryDirectory.h"
 #include "textures/TextureRegistry.h"
 
@@ -73,8 +74,8 @@ TEST(MakeTextureGLTest, FailsWhereNoWindowOpens)
                          {{"SDL_VIDEODRIVER", "dummy"}});
 
     EXPECT_EQ(example.wait().status, 1);
-    EXPECT_EQ(example.errors(), "SDL_SetVideoMode() Failed. SDL_Error: OpenGL not available\n"
-                                "Error sending openwindow event\n");
+    EXPECT_EQ(example.errors(), std::string("SDL_SetVideoMode() Failed. SDL_Error: ") +
+                                    wordsOfNoOpenGL() + "\nError sending openwindow event\n");
 }
 
 TEST(MakeTextureGLTest, SaysThatItsFileCannotBeWritten)

@@ -1,6 +1,7 @@
 #include "tests/examples/Example.h"
 #include "tests/support/ChildProcess.h"
 #include "tests/support/Picture.h"
+#include "tests/support/SDLWords.h"
 #include "tests/support/TemporaryDirectory.h"
 #include "tests/support/VirtualDisplay.h"
 
@@ -65,8 +66,8 @@ TEST(HostingGLTest, AWindowThatDoesNotOpenIsAFailureOfTheProgram)
     const ProcessEnd end = listing.wait();
 
     EXPECT_EQ(end.status, 1);
-    EXPECT_EQ(listing.errors(), "SDL_SetVideoMode() Failed. SDL_Error: OpenGL not available\n"
-                                "Error sending openwindow event\n");
+    EXPECT_EQ(listing.errors(), std::string("SDL_SetVideoMode() Failed. SDL_Error: ") +
+                                    wordsOfNoOpenGL() + "\nError sending openwindow event\n");
 }
 
 /// The demonstration's themes, configuration and pictures in the current directory, and a user.
