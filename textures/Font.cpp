@@ -100,7 +100,7 @@ void compileList(std::uint32_t list, const FT_GlyphSlotRec_& glyph)
     bindTexture(texture);
     glPushMatrix();
     glTranslatef(toUnits(FT_Long{glyph.bitmap_left}),
-                 toUnits(FT_Long{glyph.bitmap_top} - FT_Long{bitmap.rows}), 0);
+                 toUnits(FT_Long{glyph.bitmap_top} - static_cast<FT_Long>(bitmap.rows)), 0);
     glBegin(GL_QUADS);
     glTexCoord2f(0, 0);
     glVertex2f(0, height);
