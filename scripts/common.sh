@@ -22,7 +22,7 @@ packages_to_pack=(dpkg-dev file lintian)
 packages_to_document=(doxygen mandoc python3-markdown)
 packages_to_try_clang=(clang libc++-dev libc++abi-dev googletest)
 packages_to_try_sdl2=(libsdl2-2.0-0)
-packages_to_cross=(mmdebstrap qemu-user) # and the compiler of the row
+packages_to_cross=(mmdebstrap qemu-user googletest) # and the compiler of the row
 packages_to_compare=(git abigail-tools)
 packages_for_a_bare_run=(mmdebstrap procps git)
 # Google Benchmark, and what the benchmarks compare with.
