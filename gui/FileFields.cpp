@@ -23,12 +23,17 @@ std::ifstream openFields(const std::string& file)
 {
     std::ifstream stream(file);
     stream.imbue(std::locale::classic());
+    stream.exceptions(std::ios::badbit);
     return stream;
 }
 
 void skipLine(std::istream& stream)
 {
-    stream.ignore(skippedCharacters, '\n');
+    try {
+        stream.ignore(skippedCharacters, '\n');
+    } catch (const std::ios::failure&) {
+        return;
+    }
 }
 
 std::string readText(std::istream& stream)
@@ -37,7 +42,11 @@ std::string readText(std::istream& stream)
     // empty text field never finishes loading because of it.
     // `ReadText.FailsTheStreamWhenTheLineEndsAtOnce` holds it.
     char buffer[textBufferSize] = {};
-    stream.get(buffer, textBufferSize);
+    try {
+        stream.get(buffer, textBufferSize);
+    } catch (const std::ios::failure&) {
+        return {};
+    }
 
     const std::string text = buffer;
     return {std::find_if_not(text.begin(), text.end(), isWhiteSpace), text.end()};

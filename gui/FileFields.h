@@ -13,7 +13,9 @@
 namespace tamor
 {
 /// Opens a file to be read by the operations below: numbers are in the C locale, whatever locale the
-/// host has set. A file that cannot be opened leaves the stream failed.
+/// host has set. A file that cannot be opened leaves the stream failed. A stream as such takes a lack
+/// of memory for a failure; this one has it thrown as `std::bad_alloc`, and a file that cannot be
+/// read as `std::ios::failure`, which the operations below take for what it is.
 TAMOR_EXPORT std::ifstream openFields(const std::string& file);
 
 /// Reads a number, a truth value (0 or 1) or a word. A field that cannot be read keeps what it
@@ -23,8 +25,12 @@ void readField(std::istream& stream, Field& field)
 {
     // A failing >> writes 0, so it must not see the field itself.
     Field value{};
-    if (stream >> value)
-        field = value;
+    try {
+        if (stream >> value)
+            field = value;
+    } catch (const std::ios::failure&) {
+        return;
+    }
 }
 
 /// Skips what is left of the line, up to 10000 characters of it.

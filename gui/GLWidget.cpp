@@ -5,6 +5,7 @@
 #include <GL/gl.h>
 
 #include <algorithm>
+#include <exception>
 
 namespace tamor
 {
@@ -35,9 +36,9 @@ Theme* defaultTheme()
     if (Theme* loaded = GLWidget::themes["default"])
         return loaded;
     // No layout was loaded yet: what stands in for a "default.theme" that is missing.
-    Theme* created = GLWidget::createTheme("default");
+    Theme* created = newTheme();
     created->setDefaults();
-    return created;
+    return GLWidget::themes["default"] = created;
 }
 } // namespace
 
@@ -59,6 +60,12 @@ GLWidget::GLWidget(const std::string& newName, GLWidget* newParent, Vector newPo
     font.setScale(theme->fontSize.x, theme->fontSize.y);
     messageResult = 0;
     glGetIntegerv(GL_VIEWPORT, viewport.data());
+}
+
+GLWidget::~GLWidget()
+{
+    if (std::uncaught_exceptions() > 0)
+        unregister(*this);
 }
 
 bool GLWidget::addText(const std::string& line)
@@ -227,9 +234,10 @@ Theme* GLWidget::themeOfFile(const std::string& file)
 {
     if (Theme* known = themes[file])
         return known;
-    Theme* created = createTheme(file);
+    // Registered when it is read: there may be no memory for it.
+    Theme* created = newTheme();
     created->read(file);
-    return created;
+    return themes[file] = created;
 }
 
 Theme* GLWidget::createTheme(const std::string& key)

@@ -18,6 +18,7 @@
 #include <array>
 #include <cstdint>
 #include <map>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -66,7 +67,9 @@ public:
 
     // The virtual operations stand in the settled order of their slots: do not sort them.
 
-    virtual ~GLWidget() = default;
+    /// Takes the widget out of nothing, but while an exception is thrown: one whose constructor
+    /// fails loses its entry in `widgets`.
+    virtual ~GLWidget();
 
     /// Appends to `lines`.
     virtual bool addText(const std::string& line);
@@ -334,7 +337,9 @@ private:
 
     /// Closes the message box if one of its buttons was clicked, and keeps the answer.
     static void pollMessageBox();
-    /// Lets no widget of the GUI, nor the registry, nor the top level point to `dead`.
-    static void letGoOf(const std::vector<GLWidget*>& dead);
+    /// Whoever is registered or at the top level, and whoever hangs below one that is.
+    static std::set<GLWidget*> allWidgets();
+    /// Lets none of `all`, nor the registry, nor the top level point to `dead`.
+    static void letGoOf(const std::vector<GLWidget*>& dead, const std::set<GLWidget*>& all);
 };
 } // namespace tamor

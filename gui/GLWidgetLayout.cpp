@@ -221,7 +221,7 @@ void GLWidget::LayoutReader::finishTree()
 std::string GLWidget::LayoutReader::readToken()
 {
     std::string token;
-    stream >> token;
+    readField(stream, token);
     return token;
 }
 

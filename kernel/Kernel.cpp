@@ -1,5 +1,6 @@
 #include "kernel/Kernel.h"
 
+#include <algorithm>
 #include <iostream>
 #include <span>
 #include <string>
@@ -37,6 +38,7 @@ Kernel::Kernel() = default;
 bool Kernel::addCatcher(const ObjectRef<EventCatcher>& catcher, std::int32_t mask,
                         std::int32_t priority)
 {
+    reserveClassLists(catchers.size() + 1);
     catchers.push_back({catcher, mask, priority});
     rebuildClassLists();
     return true;
@@ -45,6 +47,7 @@ bool Kernel::addCatcher(const ObjectRef<EventCatcher>& catcher, std::int32_t mas
 bool Kernel::setCatcher(const ObjectRef<EventCatcher>& catcher, std::int32_t mask,
                         std::int32_t priority)
 {
+    reserveClassLists(catchers.size());
     for (CatcherRecord& record : catchers) {
         if (record.catcher == catcher) {
             record.mask = mask;
@@ -145,6 +148,15 @@ bool Kernel::sendEventTo(const ObjectRef<EventCatcher>& target, Event event)
 bool Kernel::handleEvent(Event event)
 {
     return sendEvent(ObjectRef<EventCatcher>(this), event);
+}
+
+void Kernel::reserveClassLists(std::size_t count)
+{
+    for (std::vector<std::int32_t>& list : classLists) {
+        // Twice as much when it is full, as a list grows by itself.
+        if (list.capacity() < count)
+            list.reserve(std::max(count, 2 * list.capacity()));
+    }
 }
 
 void Kernel::rebuildClassLists()

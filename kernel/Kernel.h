@@ -83,6 +83,9 @@ public:
     ObjectRef<Timer> timer; ///< empty until `run`
 
 private:
+    /// Takes the memory for so many subscribers to each class, so that what follows cannot lack it: a
+    /// registration is made whole or not at all.
+    void reserveClassLists(std::size_t count);
     void rebuildClassLists();
     /// Whom a send reaches of the subscribers: all but the catcher that it names, or that one alone.
     enum class Receivers

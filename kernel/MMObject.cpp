@@ -1,5 +1,7 @@
 #include "kernel/MMObject.h"
 
+#include <exception>
+
 namespace tamor
 {
 namespace
@@ -18,6 +20,12 @@ void collect(MMObject* object, std::list<MMObject*>::iterator& next)
 MMObject::MMObject()
 {
     liveObjects.push_back(this);
+}
+
+MMObject::~MMObject()
+{
+    if (std::uncaught_exceptions() > 0)
+        liveObjects.remove(this);
 }
 
 void collectUnreferenced()

@@ -19,7 +19,9 @@ class TAMOR_EXPORT MMObject
 public:
     /// Enters the object at the end of `liveObjects`.
     MMObject();
-    virtual ~MMObject() = default;
+    /// Leaves `liveObjects` alone, but while an exception is thrown: an object whose constructor
+    /// fails goes out of the list.
+    virtual ~MMObject();
     MMObject(const MMObject&) = delete;
     MMObject& operator=(const MMObject&) = delete;
 

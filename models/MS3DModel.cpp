@@ -13,6 +13,7 @@
 #include <cstring>
 #include <iostream>
 #include <locale.h>
+#include <memory>
 #include <tuple>
 
 namespace tamor
@@ -102,6 +103,12 @@ Bone* newBone()
 {
     return new Bone;
 }
+
+/// Closes what `std::fopen` has opened.
+struct FileCloser
+{
+    void operator()(std::FILE* file) const { std::fclose(file); }
+};
 
 /// Has numbers read as in the C locale for as long as it lives, whatever a host has set: a file
 /// means the same everywhere.
@@ -271,13 +278,10 @@ private:
         std::sscanf(lineText().c_str(), "Bones: %d", &boneCount);
         if (!memoryHolds((sizeof(Bone) + sizeof(void*)) * toSize(boneCount)))
             return false;
-        model.bones.resize(toSize(boneCount));
-        for (std::size_t i = 0; i < model.bones.size(); ++i) {
-            if (!readBone(i)) {
-                model.bones.resize(i);
+        model.bones.reserve(toSize(boneCount));
+        for (std::size_t i = 0; i < toSize(boneCount); ++i)
+            if (!readBone(i))
                 return false;
-            }
-        }
         attachVertices();
         return true;
     }
@@ -291,7 +295,7 @@ private:
         if (!readKeys(bone->positionKeys) || !readKeys(bone->rotationKeys))
             return false;
         bone->index = static_cast<std::int32_t>(index);
-        model.bones[index] = bone;
+        model.bones.push_back(bone);
         bone->position = bone->localPosition;
         bone->rotation = bone->localRotation;
         if (bone->parent != nullptr)
@@ -380,16 +384,15 @@ MS3DModel::~MS3DModel()
 
 std::int32_t MS3DModel::load(const std::string& path)
 {
-    std::FILE* stream = std::fopen(path.c_str(), "r");
+    const std::unique_ptr<std::FILE, FileCloser> stream(std::fopen(path.c_str(), "r"));
     if (stream == nullptr) {
         std::cerr << "'" << path << "': Invalid model filename\n";
         return 0;
     }
     const NumbersOfC numbersOfC;
-    ModelFile file(stream);
+    ModelFile file(stream.get());
     const bool isHeld = Reader(*this, file).read();
     restVertices = vertices;
-    std::fclose(stream);
     if (!isHeld)
         std::cerr << "'" << path << "': Too large for the memory\n";
     return isHeld ? 1 : 0;

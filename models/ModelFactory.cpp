@@ -2,6 +2,9 @@
 
 #include "models/MS3DModel.h"
 
+#include <memory>
+#include <tuple>
+
 namespace tamor
 {
 namespace
@@ -29,13 +32,13 @@ Model* createModel(const std::string& name)
 {
     const bool isBuiltIn = name == "cube" || name == "teapot";
     const bool isMS3D = !isBuiltIn && endsIn(name, ".ms3d");
-    Model* model = isMS3D ? newAbandonedModel() : new Model;
+    std::unique_ptr<Model> model(isMS3D ? newAbandonedModel() : new Model);
     if (isBuiltIn) {
         if (name == "cube")
             model->makeCube();
         else
             model->makeTeapot();
-        return model;
+        return model.release();
     }
 
     // Meant: this is the plain model, which reads nothing, and not a `VRXModel`, whose format is
@@ -43,10 +46,11 @@ Model* createModel(const std::string& name)
     if (endsIn(name, ".vrx"))
         model->load(name);
     if (isMS3D) {
-        model = new MS3DModel;
+        std::ignore = model.release();
+        model = std::make_unique<MS3DModel>();
         model->load(name);
     }
     model->prepare(0);
-    return model;
+    return model.release();
 }
 } // namespace tamor

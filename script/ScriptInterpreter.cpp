@@ -15,8 +15,14 @@ std::vector<ScriptToken> parseFile(ScriptInterpreter& interpreter, const std::st
     if (!script::machineOf(interpreter).isRunning())
         interpreter.reachedLimit = ScriptLimit::NONE;
     std::ifstream file(path);
+    // A stream as such takes a lack of memory for the end.
+    file.exceptions(std::ios::badbit);
     std::string text;
-    std::getline(file, text, '\0');
+    try {
+        std::getline(file, text, '\0');
+    } catch (const std::ios::failure&) {
+        text.clear();
+    }
     std::vector<ScriptToken> list;
     parseText(interpreter, list, std::move(text));
     return list;

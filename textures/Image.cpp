@@ -38,6 +38,14 @@ std::size_t overread(const Image& image)
     return channels * (static_cast<std::size_t>(image.width) + 1);
 }
 
+/// The pixels of an image of this size.
+std::size_t countOf(std::int32_t width, std::int32_t height)
+{
+    if (width <= 0 || height <= 0)
+        return 0;
+    return static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
+}
+
 /// The floats of so many pixels.
 ///
 /// Meant: no destructor frees them, since copies of an image share them: they stay for the life of
@@ -129,10 +137,13 @@ Image::Image() : pixels(newPixels(2 * 2))
 
 void Image::allocate(std::int32_t newWidth, std::int32_t newHeight)
 {
+    // An image for which there is no memory has none, and no size.
+    delete[] pixels;
+    pixels = nullptr;
+    width = height = 0;
+    pixels = newPixels(countOf(newWidth, newHeight));
     width = newWidth;
     height = newHeight;
-    delete[] pixels;
-    pixels = newPixels(pixelCount());
     useLargePages(pixels, pixelCount() * floatPixelSize);
 }
 
@@ -156,9 +167,7 @@ bool Image::setFromBytes(std::int32_t newWidth, std::int32_t newHeight, bool has
 
 std::size_t Image::pixelCount() const
 {
-    if (width <= 0 || height <= 0)
-        return 0;
-    return static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
+    return countOf(width, height);
 }
 
 bool uploadTexture(std::uint32_t& id, Image image, TextureKey key)

@@ -44,6 +44,21 @@ std::uint16_t* newWords(std::size_t wordCount)
     return new std::uint16_t[wordCount + 2];
 }
 
+/// A file that is open for reading, and closed at its end; its number is -1 where it is not there.
+struct OpenFile
+{
+    explicit OpenFile(const std::string& path) : number(open(path.c_str(), O_RDONLY | O_CLOEXEC)) {}
+    ~OpenFile()
+    {
+        if (number >= 0)
+            close(number);
+    }
+    OpenFile(const OpenFile&) = delete;
+    OpenFile& operator=(const OpenFile&) = delete;
+
+    int number;
+};
+
 std::uint32_t countWords(int file)
 {
     const off_t size = lseek(file, 0, SEEK_END);
@@ -352,14 +367,13 @@ std::uint32_t PNGWordStream::readLong()
 
 bool readPNG(Image& image, TextureKey key)
 {
-    const int file = open(key.path.c_str(), O_RDONLY | O_CLOEXEC);
-    if (file < 0) {
+    const OpenFile file(key.path);
+    if (file.number < 0) {
         std::cerr << "Error opening " << key.path << std::endl;
         return false;
     }
-    const std::uint32_t wordCount = countWords(file);
-    PNGWordStream stream = readWords(file, wordCount);
-    close(file);
+    const std::uint32_t wordCount = countWords(file.number);
+    PNGWordStream stream = readWords(file.number, wordCount);
 
     if (stream.readLong() != signatureHigh || stream.readLong() != signatureLow) {
         std::cerr << key.path << " is not a valid png file - header invalid" << std::endl;

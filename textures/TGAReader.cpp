@@ -8,6 +8,8 @@
 #include <cstdio>
 #include <cstring>
 #include <iostream>
+#include <memory>
+#include <tuple>
 #include <type_traits>
 
 namespace tamor
@@ -109,16 +111,22 @@ std::uint8_t* newUnpackedBytes(std::size_t total, std::size_t pixelSize)
 {
     return new std::uint8_t[(total + longestPacket) * pixelSize + 4];
 }
+
+/// Closes what `std::fopen` has opened.
+struct FileCloser
+{
+    void operator()(std::FILE* file) const { std::fclose(file); }
+};
 } // namespace
 
 bool readTGA(Image& image, TextureKey key)
 {
-    std::FILE* const file = std::fopen(key.path.c_str(), "rb");
+    std::unique_ptr<std::FILE, FileCloser> file(std::fopen(key.path.c_str(), "rb"));
     if (file == nullptr) {
         std::cerr << "Error loading texture tga file '" << key.path << "'" << std::endl;
         return false;
     }
-    BlockReader reader(file);
+    BlockReader reader(file.get());
 
     std::uint8_t imageType = 0;
     for (int i = 0; i < 3; i++)
@@ -126,6 +134,7 @@ bool readTGA(Image& image, TextureKey key)
     if (imageType != compressedTrueColour) {
         std::cerr << "Please use compressed TGAs" << std::endl;
         // Meant: the file stays open; `ReadTGA.LeavesARefusedFileOpen` holds it.
+        std::ignore = file.release();
         return false;
     }
 
@@ -141,7 +150,6 @@ bool readTGA(Image& image, TextureKey key)
     const std::size_t pixelSize = depth / 8;
     if (!memoryHolds(total * (pixelSize + floatPixelSize))) {
         std::cerr << key.path << ": Too large for the memory" << std::endl;
-        std::fclose(file);
         return false;
     }
     std::uint8_t* const bytes = newUnpackedBytes(total, pixelSize);
@@ -149,7 +157,7 @@ bool readTGA(Image& image, TextureKey key)
         unpack(reader, std::integral_constant<std::size_t, 3>(), total, bytes);
     else if (depth == 32)
         unpack(reader, std::integral_constant<std::size_t, 4>(), total, bytes);
-    std::fclose(file);
+    file.reset();
 
     // Of any other depth no byte is looked at.
     if (depth == 24 || depth == 32)

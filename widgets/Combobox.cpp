@@ -28,6 +28,7 @@ Combobox::Combobox(const std::string& newName, GLWidget* newParent, Vector newPo
     : GLWidget(newName, newParent, newPosition, newTheme)
 {
     Theme* const buttonTheme = themeOfFile("combo_button.theme");
+    children.reserve(1); // so that no button is left whose box could not be made
     children.push_back(newListButton("__" + name + "dropbox", this, buttonTheme));
 
     const Vector buttonRect = button().getRect();

@@ -8,6 +8,8 @@
 #include "widgets/TabWindow.h"
 
 #include <algorithm>
+#include <array>
+#include <cstddef>
 #include <set>
 #include <utility>
 
@@ -54,30 +56,53 @@ constexpr Place places[] = {
 
 constexpr const char* windowName = "__msgbox";
 
-/// A part of a box. An answer frees the window and the buttons, and nothing the rest, nor a box that
-/// is open when the process ends.
-template <class Widget, class... Arguments>
-Widget* newPart(const Arguments&... arguments)
+/// The parts of a box that is being built. Where there is no memory for all of them, none is left.
+class BoxParts
 {
-    return new Widget(arguments...);
-}
+public:
+    BoxParts() = default;
+    ~BoxParts()
+    {
+        for (std::size_t i = 0; i < count; ++i)
+            delete parts[i];
+    }
+    BoxParts(const BoxParts&) = delete;
+    BoxParts& operator=(const BoxParts&) = delete;
+
+    /// A part. An answer frees the window and the buttons, and nothing the rest, nor a box that is
+    /// open when the process ends.
+    template <class Widget, class... Arguments>
+    Widget* newPart(const Arguments&... arguments)
+    {
+        auto* const part = new Widget(arguments...);
+        parts.at(count++) = part;
+        return part;
+    }
+
+    /// The box is whole.
+    void keep() { count = 0; }
+
+private:
+    std::array<GLWidget*, 6> parts{}; ///< window, label, frame and three buttons at the most
+    std::size_t count = 0;
+};
 
 /// Adds what is below the text: a single button, or a frame with those that the flags ask for.
-GLWidget* addAnswers(GLWindow& window, Theme* theme, std::int32_t flags)
+GLWidget* addAnswers(BoxParts& parts, GLWindow& window, Theme* theme, std::int32_t flags)
 {
     if (flags == MESSAGE_OK) {
         auto* const button =
-            newPart<Button>(okay.name, &window, Vector(), theme, std::string(okay.caption));
+            parts.newPart<Button>(okay.name, &window, Vector(), theme, std::string(okay.caption));
         window.addChild(button);
         return button;
     }
 
-    auto* const frame = newPart<Frame>("__msgbox_frm", &window, Vector(), theme, false);
+    auto* const frame = parts.newPart<Frame>("__msgbox_frm", &window, Vector(), theme, false);
     window.addChild(frame);
     for (const auto& [boxFlags, x, answer] : places) {
         if (boxFlags == flags)
-            frame->addChild(newPart<Button>(answer.name, frame, Vector(x, 0.0F), theme,
-                                            std::string(answer.caption)));
+            frame->addChild(parts.newPart<Button>(answer.name, frame, Vector(x, 0.0F), theme,
+                                                  std::string(answer.caption)));
     }
     return frame;
 }
@@ -120,13 +145,15 @@ bool GLWidget::messageBox(const std::string& message, std::int32_t flags)
     if (find(windowName) != nullptr)
         return true;
 
+    BoxParts parts;
     auto* const window =
-        newPart<GLWindow>(windowName, nullptr, Vector(), theme, "Message box", true);
-    topLevel.push_back(window);
+        parts.newPart<GLWindow>(windowName, nullptr, Vector(), theme, "Message box", true);
     auto* const label =
-        newPart<Label>("__msgbox_message", window, Vector(0.0F, 0.2F), theme, message);
+        parts.newPart<Label>("__msgbox_message", window, Vector(0.0F, 0.2F), theme, message);
     window->addChild(label);
-    GLWidget* const answerRow = addAnswers(*window, theme, flags);
+    GLWidget* const answerRow = addAnswers(parts, *window, theme, flags);
+    topLevel.push_back(window);
+    parts.keep();
 
     window->fitChildren();
     window->centreChild(answerRow, true, false);
@@ -143,22 +170,23 @@ std::int32_t GLWidget::takeMessageResult()
 
 void GLWidget::pollMessageBox()
 {
-    bool isAnswered = false;
+    std::int32_t given = 0;
     for (const Answer& answer : answers) {
-        GLWidget* const button = find(answer.name);
-        if (button == nullptr || !button->wasClicked())
-            continue;
-        isAnswered = true;
-        messageResult = answer.value;
+        const GLWidget* const button = find(answer.name);
+        if (button != nullptr && button->clicked)
+            given = answer.value;
     }
-    if (!isAnswered)
+    if (given == 0)
         return;
 
     // Meant: all by name alone, whoever built it; but of the window only what is at the top level.
     // `MessageBoxTeardown` holds it.
     const std::vector<GLWidget*> dead = widgetsOfTheBox();
+    const std::set<GLWidget*> all = allWidgets();
+    // From here on no memory is asked for. Where there was none, the next update comes here again.
+    messageResult = given;
     std::erase(topLevel, find(windowName));
-    letGoOf(dead);
+    letGoOf(dead, all);
     for (const GLWidget* widget : dead)
         delete widget;
     for (const Answer& answer : answers)
@@ -167,36 +195,48 @@ void GLWidget::pollMessageBox()
     widgets[windowName] = nullptr;
 }
 
-void GLWidget::letGoOf(const std::vector<GLWidget*>& dead)
+std::set<GLWidget*> GLWidget::allWidgets()
 {
-    const auto isDead = [&dead](const GLWidget* widget) { return contains(dead, widget); };
-
-    // Whoever is registered, and whoever hangs below one that is: a name may have been taken over.
+    // Those that hang below one as well: a name may have been taken over.
     std::vector<GLWidget*> waiting = topLevel;
-    for (auto& [key, widget] : widgets) {
+    for (const auto& [key, widget] : widgets)
         waiting.push_back(widget);
-        if (isDead(widget))
-            widget = nullptr;
-    }
-    std::erase_if(topLevel, isDead);
 
-    std::set<const GLWidget*> seen = {nullptr};
+    std::set<GLWidget*> all;
     while (!waiting.empty()) {
         GLWidget* const widget = waiting.back();
         waiting.pop_back();
-        if (!seen.insert(widget).second)
+        if (widget == nullptr || !all.insert(widget).second)
             continue;
         waiting.insert(waiting.end(), widget->children.begin(), widget->children.end());
+        const auto* const window = dynamic_cast<TabWindow*>(widget);
+        if (window == nullptr)
+            continue;
+        for (const Tab& tab : window->tabs) {
+            waiting.insert(waiting.end(), tab.widgets.begin(), tab.widgets.end());
+            waiting.push_back(tab.button);
+        }
+    }
+    return all;
+}
+
+void GLWidget::letGoOf(const std::vector<GLWidget*>& dead, const std::set<GLWidget*>& all)
+{
+    const auto isDead = [&dead](const GLWidget* widget) { return contains(dead, widget); };
+
+    for (auto& [key, widget] : widgets)
+        if (isDead(widget))
+            widget = nullptr;
+    std::erase_if(topLevel, isDead);
+
+    for (GLWidget* const widget : all) {
         std::erase_if(widget->children, isDead);
         if (isDead(widget->parent))
             widget->parent = nullptr;
-
         auto* const window = dynamic_cast<TabWindow*>(widget);
         if (window == nullptr)
             continue;
         for (Tab& tab : window->tabs) {
-            waiting.insert(waiting.end(), tab.widgets.begin(), tab.widgets.end());
-            waiting.push_back(tab.button);
             std::erase_if(tab.widgets, isDead);
             if (isDead(tab.button))
                 tab.button = nullptr;

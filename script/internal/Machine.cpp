@@ -79,8 +79,9 @@ ScriptValue* Machine::find(Cell& cell)
 
 ScriptValue* Machine::lookUp(Variable& variable)
 {
-    variable.slot = &interpreter.variables[variable.name];
+    // First among those that `hostActed` makes forget: a place that it did not know would stay.
     known.push_back(&variable);
+    variable.slot = &interpreter.variables[variable.name];
     settle(variable, *variable.slot);
     return variable.slot;
 }

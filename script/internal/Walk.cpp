@@ -14,9 +14,9 @@ public:
         scratch = machine.scratches[machine.runDepth].get();
         if (machine.runDepth == 0)
             machine.startLimits();
-        ++machine.runDepth;
         machine.hostActed();
         scratch->start();
+        ++machine.runDepth; // last: what throws before it has begun nothing
     }
 
     ~HostCall()
