@@ -223,7 +223,7 @@ TEST(MS3DModelLoad, SaysSoWhenThereIsNoFile)
 /// The lines up to and with a mesh of no vertices.
 const std::string emptyMesh = "Frames: 1\n1\nMeshes: 1\n\"A\" 0 0\n";
 
-/// Files whose counts claim more than the memory holds, where there are eight GiB of it.
+/// Files whose counts claim more than the memory holds, where there are two GiB of it.
 struct Claim
 {
     const char* name;
@@ -242,7 +242,7 @@ TEST_P(MS3DModelClaims, EndInOneLineWhereTheMemoryDoesNotHoldThem)
     directory.write("claim.ms3d", GetParam().text);
 
     ChildProcess reader([] {
-        const rlimit limit = {8ULL << 30, 8ULL << 30};
+        const rlimit limit = {2UL << 30, 2UL << 30};
         setrlimit(RLIMIT_AS, &limit);
         Model* const model = createModel("claim.ms3d");
         model->update(0.0F);

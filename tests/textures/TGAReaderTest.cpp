@@ -275,7 +275,7 @@ TEST(ReadTGA, SaysThatTheMemoryDoesNotHoldAPicture)
     for (const int depth : {24, 32, 16, 7}) {
         directory.write("a.tga", tga(65535, 65535, depth, ""));
         test::ChildProcess reader([] {
-            const rlimit limit = {8ULL << 30, 8ULL << 30};
+            const rlimit limit = {2UL << 30, 2UL << 30};
             setrlimit(RLIMIT_AS, &limit);
             Image image;
             const Image before = image;
@@ -298,7 +298,7 @@ TEST(ReadTGA, ClosesAFileThatTheMemoryDoesNotHold)
     const test::TemporaryDirectory directory;
     directory.write("a.tga", tga(65535, 65535, 32, ""));
     test::ChildProcess reader([] {
-        const rlimit limit = {8ULL << 30, 8ULL << 30};
+        const rlimit limit = {2UL << 30, 2UL << 30};
         setrlimit(RLIMIT_AS, &limit);
         Image image;
         const std::ptrdiff_t before = openFiles();
