@@ -308,7 +308,7 @@ WorkingDirectory& changingAtOnce(WorkingDirectory& directory)
 TEST(ThePageGLTest, TakesNoKeysBeforeItIsPressed)
 {
     WorkingDirectory directory;
-    Demonstration demo(changingAtOnce(directory));
+    Demonstration demo(changingAtOnce(directory), {}, slowClock());
     ASSERT_TRUE(demo.opens());
     const Picture empty = pageOf(demo);
 
@@ -320,7 +320,7 @@ TEST(ThePageGLTest, TakesNoKeysBeforeItIsPressed)
 TEST(ThePageGLTest, MovesAWordThatDoesNotFitToANewRow)
 {
     WorkingDirectory directory;
-    Demonstration demo(changingAtOnce(directory));
+    Demonstration demo(changingAtOnce(directory), {}, slowClock());
     ASSERT_TRUE(demo.opens());
     demo.click(notebook);
 
@@ -332,7 +332,7 @@ TEST(ThePageGLTest, MovesAWordThatDoesNotFitToANewRow)
 TEST(ThePageGLTest, IsEditedWithAllItsKeys)
 {
     WorkingDirectory directory;
-    Demonstration demo(changingAtOnce(directory));
+    Demonstration demo(changingAtOnce(directory), {}, slowClock());
     ASSERT_TRUE(demo.opens());
     demo.click(notebook);
 
@@ -362,7 +362,7 @@ TEST(ThePageGLTest, IsEditedWithAllItsKeys)
 TEST(ThePageGLTest, GetsTheKeyAndNotTheCharacterFromARealKeyboard)
 {
     WorkingDirectory directory;
-    Demonstration demo(changingAtOnce(directory));
+    Demonstration demo(changingAtOnce(directory), {}, slowClock());
     ASSERT_TRUE(demo.opens());
     demo.click(notebook);
     demo.type("a");
