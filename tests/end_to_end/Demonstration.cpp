@@ -36,12 +36,6 @@ void WorkingDirectory::remove(const std::string& name) const
     std::filesystem::remove(directory.path() / name);
 }
 
-std::map<std::string, std::string> slowClock()
-{
-    // The clock comes before the sanitiser's library, which is harmless here.
-    return {{"LD_PRELOAD", TAMOR_SLOW_CLOCK}, {"ASAN_OPTIONS", "verify_asan_link_order=0"}};
-}
-
 /// What the test holds of the X server.
 struct Demonstration::Connection
 {

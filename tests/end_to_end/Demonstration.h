@@ -42,10 +42,6 @@ private:
     TemporaryDirectory directory;
 };
 
-/// The environment of a program for which time passes a hundred times slower: a key that is held for
-/// 0.7 seconds repeats, and a busy machine may take longer than that between press and release.
-std::map<std::string, std::string> slowClock();
-
 /// The program from its start to its end.
 ///
 /// The operations that wait do so for at most half a minute, and until the program has ended.

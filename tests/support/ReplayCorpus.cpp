@@ -19,7 +19,7 @@
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
 // The sanitisers' own, where there are any.
 extern "C" [[gnu::weak]] void
-__sanitizer_set_death_callback(void (*callback)()); // NOLINT(bugprone-reserved-identifier)
+__sanitizer_set_death_callback(void (*callback)()); // NOLINT(clang-diagnostic-reserved-identifier)
 
 namespace
 {

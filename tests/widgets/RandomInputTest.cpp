@@ -16,7 +16,7 @@
 #ifdef __SANITIZE_ADDRESS__
 // The sanitiser's own, whose header GCC's package leaves out.
 extern "C" std::size_t
-__sanitizer_get_current_allocated_bytes(); // NOLINT(bugprone-reserved-identifier)
+__sanitizer_get_current_allocated_bytes(); // NOLINT(clang-diagnostic-reserved-identifier)
 #endif
 
 namespace tamor::test
