@@ -49,6 +49,16 @@ struct Demonstration::Connection
 
     ~Connection() { XCloseDisplay(server); }
 
+    std::string titleOf(Window any) const
+    {
+        char* name = nullptr;
+        if (XFetchName(server, any, &name) == 0)
+            return "";
+        std::string result = name;
+        XFree(name);
+        return result;
+    }
+
     Connection(const Connection&) = delete;
     Connection& operator=(const Connection&) = delete;
 
@@ -98,9 +108,10 @@ bool Demonstration::findWindow()
                    &children, &count) == 0)
         return false;
     for (unsigned int i = 0; i < count; i++) {
+        // A program may open others while it tries out what there is; it names the one that stays.
         XWindowAttributes attributes{};
         XGetWindowAttributes(connection->server, children[i], &attributes);
-        if (attributes.map_state == IsViewable && attributes.width == 800)
+        if (attributes.map_state == IsViewable && !connection->titleOf(children[i]).empty())
             connection->window = children[i];
     }
     XFree(children);
@@ -173,17 +184,17 @@ void Demonstration::send(const std::vector<std::string>& words) const
     EXPECT_EQ(result.status, 0) << "xdotool " << words[0] << ": " << tool.errors();
 }
 
-void Demonstration::moveTo(Place place)
+void Demonstration::moveTo(Place place, int frames)
 {
     send({"mousemove", "--window", std::to_string(connection->window), std::to_string(place.x),
           std::to_string(place.y)});
-    waitForFrames();
+    waitForFrames(frames);
 }
 
-void Demonstration::press()
+void Demonstration::press(int frames)
 {
     send({"mousedown", "1"});
-    waitForFrames();
+    waitForFrames(frames);
 }
 
 void Demonstration::letGo()
@@ -194,8 +205,8 @@ void Demonstration::letGo()
 
 void Demonstration::click(Place place)
 {
-    moveTo(place);
-    press();
+    moveTo(place, 2);
+    press(2);
     letGo();
 }
 
@@ -207,10 +218,10 @@ void Demonstration::turnWheel(bool awayFromTheUser)
 
 void Demonstration::drag(Place from, Place to, int steps)
 {
-    moveTo(from);
-    press();
+    moveTo(from, 2);
+    press(2);
     for (int i = 1; i <= steps; i++)
-        moveTo({from.x + (to.x - from.x) * i / steps, from.y + (to.y - from.y) * i / steps});
+        moveTo({from.x + (to.x - from.x) * i / steps, from.y + (to.y - from.y) * i / steps}, 2);
     letGo();
 }
 
@@ -260,12 +271,7 @@ void Demonstration::closeWindow() const
 
 std::string Demonstration::title() const
 {
-    char* name = nullptr;
-    if (XFetchName(connection->server, connection->window, &name) == 0)
-        return "";
-    std::string result = name;
-    XFree(name);
-    return result;
+    return connection->titleOf(connection->window);
 }
 
 Place Demonstration::corner() const

@@ -78,11 +78,12 @@ public:
     Pixel pixel(Place place) const;
     Picture picture(Place corner, int width, int height) const;
 
-    /// Moves the pointer, presses and lets go of its left button, each until the program has seen
-    /// it.
-    void moveTo(Place place);
-    void press();
+    /// Moves the pointer, presses and lets go of its left button, each for so many frames.
+    void moveTo(Place place, int frames = 4);
+    void press(int frames = 4);
     void letGo();
+
+    /// Moves, presses and lets go, each seen by the program; the last is shown as well.
     void click(Place place);
 
     /// Turns the wheel by one notch.
