@@ -50,7 +50,8 @@ private:
         }
     }
 
-    bool refill()
+    // From loops that are as long as the picture: a way out of them for exceptions costs an eighth.
+    bool refill() noexcept
     {
         if (hasEnded)
             return false;
