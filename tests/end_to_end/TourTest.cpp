@@ -24,11 +24,10 @@ constexpr Place onPage(double x, double y)
             static_cast<int>(centreY - centreY * (-0.47 + y))};
 }
 
-/// The same in the window below the pages.
+/// The same in the window below the pages, whose corner is lower.
 constexpr Place below(double x, double y)
 {
-    return {static_cast<int>(centreX + centreY * (-1.27 + x)),
-            static_cast<int>(centreY - centreY * (-0.93 + y))};
+    return onPage(x, y - 0.46);
 }
 
 constexpr Place landTab = {19, 20};
