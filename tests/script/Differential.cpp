@@ -4,8 +4,8 @@
 #include "tests/script/PlainInterpreter.h"
 #include "tests/script/ProgramGenerator.h"
 #include "tests/script/ScriptDescriptions.h"
+#include "tests/support/PrintedBy.h"
 
-#include <iostream>
 #include <sstream>
 #include <stdexcept>
 #include <utility>
@@ -384,13 +384,11 @@ std::string outcome(World& world, const Scenario& scenario)
 
 std::string engineOutcome(const Scenario& scenario)
 {
-    std::ostringstream errors;
-    std::streambuf* const before = std::cerr.rdbuf(errors.rdbuf());
     EngineWorld world;
     EngineWorld::current = &world;
-    const std::string text = outcome(world, scenario);
-    std::cerr.rdbuf(before);
-    return text + errors.str();
+    std::string text;
+    const std::string errors = printedBy([&] { text = outcome(world, scenario); });
+    return text + errors;
 }
 
 std::string plainOutcome(const Scenario& scenario)

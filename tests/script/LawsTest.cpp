@@ -2,15 +2,14 @@
 #include "tests/script/PlainInterpreter.h"
 #include "tests/script/ProgramGenerator.h"
 #include "tests/script/ScriptTesting.h"
+#include "tests/support/PrintedBy.h"
 
 #include <gtest/gtest.h>
 
 #include <bit>
 #include <cmath>
 #include <cstdint>
-#include <iostream>
 #include <random>
-#include <sstream>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -36,17 +35,18 @@ std::string stateOf(const Interpreter& interpreter)
 /// What the engine's interpreter makes of a text that is run twice.
 std::string engineOutcome(const std::string& text)
 {
-    // A stream in memory: a file for each of thousands of programs takes longer than all of them.
-    std::ostringstream errors;
-    std::streambuf* const before = std::cerr.rdbuf(errors.rdbuf());
     Script script;
-    std::vector<ScriptToken> list;
-    parseText(script.interpreter, list, text);
-    const std::string parsed = described(list);
-    const ScriptValue first = runTokens(script.interpreter, list);
-    const ScriptValue second = runTokens(script.interpreter, list);
-    std::cerr.rdbuf(before);
-    return parsed + "\n" + described(first) + "\n" + described(second) + "\n" + errors.str() +
+    std::string parsed;
+    ScriptValue first;
+    ScriptValue second;
+    const std::string errors = printedBy([&] {
+        std::vector<ScriptToken> list;
+        parseText(script.interpreter, list, text);
+        parsed = described(list);
+        first = runTokens(script.interpreter, list);
+        second = runTokens(script.interpreter, list);
+    });
+    return parsed + "\n" + described(first) + "\n" + described(second) + "\n" + errors +
            stateOf(script.interpreter);
 }
 

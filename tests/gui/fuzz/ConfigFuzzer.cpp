@@ -5,11 +5,10 @@
 #include "tests/gui/PlainFiles.h"
 #include "tests/gui/fuzz/FuzzGui.h"
 #include "tests/support/FuzzFile.h"
+#include "tests/support/PrintedBy.h"
 
 #include <cstdint>
 #include <cstring>
-#include <iostream>
-#include <sstream>
 #include <string>
 
 using namespace tamor;
@@ -37,10 +36,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     for (std::size_t k = 0; k < plain.rectangles.size(); k++)
         plain.rectangles[k] = *rectangles[k] = Vector(9.0F, 8.0F, 7.0F, 6.0F);
 
-    std::ostringstream errors;
-    std::streambuf* const before = std::cerr.rdbuf(errors.rdbuf());
-    GLWidget::readConfig(file.path());
-    std::cerr.rdbuf(before);
+    const std::string errors = printedBy([&] { GLWidget::readConfig(file.path()); });
 
     readConfigPlainly(plain, bytes);
     for (std::size_t k = 0; k < plain.rectangles.size(); k++)
@@ -48,8 +44,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
             failFuzzing("the plain reader differs in rectangle " + std::to_string(k));
     if (!areSame(GLWidget::glowRate, plain.glowRate))
         failFuzzing("the plain reader differs in the glow rate");
-    if (errors.str() != "Loading " + plain.fontFile + "\nError loading the font\nLoaded.\n")
-        failFuzzing("this was printed:\n" + errors.str());
+    if (errors != "Loading " + plain.fontFile + "\nError loading the font\nLoaded.\n")
+        failFuzzing("this was printed:\n" + errors);
     // A path ends at its first zero byte.
     if (lastFont() != plain.fontFile.substr(0, plain.fontFile.find('\0')))
         failFuzzing("the font is another one");

@@ -4,10 +4,9 @@
 #include "tests/gui/PlainFiles.h"
 #include "tests/gui/fuzz/FuzzGui.h"
 #include "tests/support/FuzzFile.h"
+#include "tests/support/PrintedBy.h"
 
 #include <cstdint>
-#include <iostream>
-#include <sstream>
 #include <string>
 
 using namespace tamor;
@@ -24,14 +23,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     theme.texture = 7;
     Theme plain = theme;
 
-    std::ostringstream echo;
-    std::streambuf* const before = std::cerr.rdbuf(echo.rdbuf());
-    theme.read(file.path());
-    std::cerr.rdbuf(before);
+    const std::string echo = printedBy([&] { theme.read(file.path()); });
 
     const std::string plainEcho = readThemePlainly(plain, bytes, file.path());
-    if (echo.str() != plainEcho)
-        failFuzzing("the plain reader prints:\n" + plainEcho + "and not:\n" + echo.str());
+    if (echo != plainEcho)
+        failFuzzing("the plain reader prints:\n" + plainEcho + "and not:\n" + echo);
     const std::string found = difference(theme, plain);
     if (!found.empty())
         failFuzzing("the plain reader differs: " + found);

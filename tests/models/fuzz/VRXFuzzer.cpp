@@ -4,11 +4,10 @@
 #include "models/VRXModel.h"
 #include "tests/support/FuzzFile.h"
 #include "tests/support/FuzzInput.h"
+#include "tests/support/PrintedBy.h"
 
 #include <cstdint>
 #include <deque>
-#include <iostream>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -77,15 +76,17 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         failFuzzing("the body is not what the rules say");
 
     const FuzzFile file(std::string(data, data + size));
-    std::ostringstream errors;
-    std::streambuf* const before = std::cerr.rdbuf(errors.rdbuf());
-    const std::int32_t saved = model.save();
-    const std::int32_t loaded = model.load(file.path());
-    const std::int32_t missed = model.load(file.path() + "x");
-    std::cerr.rdbuf(before);
+    std::int32_t saved = 0;
+    std::int32_t loaded = 0;
+    std::int32_t missed = 1;
+    const std::string errors = printedBy([&] {
+        saved = model.save();
+        loaded = model.load(file.path());
+        missed = model.load(file.path() + "x");
+    });
     if (saved != 1 || loaded != 1 || missed != 0 ||
-        errors.str() != "writing\n'" + file.path() + "x': Invalid model filename\n")
-        failFuzzing("this was printed: " + errors.str());
+        errors != "writing\n'" + file.path() + "x': Invalid model filename\n")
+        failFuzzing("this was printed: " + errors);
     if (makeVRXBody(model) != body)
         failFuzzing("saving or loading has changed the model");
     return 0;

@@ -5,10 +5,9 @@
 #include "tests/script/ScriptDescriptions.h"
 #include "tests/support/FuzzFile.h"
 #include "tests/support/FuzzInput.h"
+#include "tests/support/PrintedBy.h"
 
 #include <cstdint>
-#include <iostream>
-#include <sstream>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -129,15 +128,13 @@ std::string stateOf(const World& world, const ScriptValue& value)
 /// What a run leaves and prints.
 std::string engineOutcome(const Lists& lists, const ScriptLimits& limits)
 {
-    std::ostringstream errors;
-    std::streambuf* const before = std::cerr.rdbuf(errors.rdbuf());
     ScriptInterpreter interpreter;
     interpreter.limits = limits;
     interpreter.functions["f"] = {lists.parameters, lists.body};
     Tokens run = lists.run;
-    const ScriptValue value = runTokens(interpreter, run);
-    std::cerr.rdbuf(before);
-    return stateOf(interpreter, value) + errors.str();
+    ScriptValue value;
+    const std::string errors = printedBy([&] { value = runTokens(interpreter, run); });
+    return stateOf(interpreter, value) + errors;
 }
 
 std::string plainOutcome(const Lists& lists)

@@ -4,10 +4,9 @@
 
 #include "tests/support/FuzzFile.h"
 #include "tests/support/KeptArrays.h"
+#include "tests/support/PrintedBy.h"
 #include "tests/textures/PlainPictures.h"
 
-#include <iostream>
-#include <sstream>
 #include <string>
 
 namespace tamor::test
@@ -16,14 +15,12 @@ namespace tamor::test
 template <typename Read>
 void compareReading(Read read, const FuzzFile& file, const PlainPicture& plain)
 {
-    std::ostringstream errors;
-    std::streambuf* const before = std::cerr.rdbuf(errors.rdbuf());
     const KeptArrays keptArrays;
     Image image;
-    const bool wasRead = read(image, {file.path(), 0});
-    std::cerr.rdbuf(before);
+    bool wasRead = false;
+    const std::string errors = printedBy([&] { wasRead = read(image, {file.path(), 0}); });
 
-    if (wasRead != plain.wasRead || errors.str() != plain.errors)
+    if (wasRead != plain.wasRead || errors != plain.errors)
         failFuzzing("the plain reader prints: " + plain.errors);
     const std::string found = difference(image, plain);
     if (!found.empty())
