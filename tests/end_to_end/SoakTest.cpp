@@ -3,11 +3,11 @@
 #include "maths/Utilities.h"
 #include "tests/end_to_end/Demonstration.h"
 #include "tests/end_to_end/Places.h"
+#include "tests/support/HeldBytes.h"
 
 #include <SDL.h>
 #include <gtest/gtest.h>
 
-#include <malloc.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -18,26 +18,10 @@
 #include <random>
 #include <string>
 
-#if defined(__SANITIZE_ADDRESS__)
-// Of the sanitiser's library; its header does not come with every compiler.
-extern "C" std::size_t __sanitizer_get_current_allocated_bytes();
-#endif
-
 namespace tamor::test
 {
 namespace
 {
-/// What the program holds of the heap.
-std::int64_t allocatedBytes()
-{
-#if defined(__SANITIZE_ADDRESS__)
-    return static_cast<std::int64_t>(__sanitizer_get_current_allocated_bytes());
-#else
-    const struct mallinfo2 info = mallinfo2();
-    return static_cast<std::int64_t>(info.uordblks + info.hblkhd);
-#endif
-}
-
 /// The demonstration for a number of frames, which says by how much its heap was larger in the
 /// second half of them than in the first, at the most. Its first frames do not count.
 class MeasuredApplication : public Application
@@ -53,7 +37,7 @@ public:
         frame++;
         if (frame > framesToSettle) {
             std::int64_t& most = frame <= endAt / 2 ? mostBefore : mostAfter;
-            most = std::max(most, allocatedBytes());
+            most = std::max(most, heldBytes());
         }
         betweenFrames();
         if (frame < endAt)
@@ -244,7 +228,7 @@ TEST(AHundredThousandRandomEventsGLTest, LeaveTheDemonstrationWithinItsStates)
     const std::size_t words = demo.output().find("accepted ");
     ASSERT_NE(words, std::string::npos);
     EXPECT_GE(std::stoi(demo.output().substr(words + 9)), eventsInAll);
-    // Boxes were opened and answered; each leaves a theme, a label and a frame, some two kilobytes.
+    // Boxes were opened and answered; each leaves a theme, a label and a frame, some 1,200 bytes.
     // The driver takes and gives back megabytes by what is drawn.
     EXPECT_GE(countOccurrences(demo.errors(), "reading theme messagebox.theme"), 40);
     EXPECT_LE(growth(demo.output()), 4 << 20);

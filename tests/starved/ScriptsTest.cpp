@@ -48,7 +48,12 @@ TEST(StarvedInterpreter, IsMadeOrNot)
         std::unique_ptr<ScriptInterpreter> interpreter;
         const bool isThrough =
             shortage.during([&] { interpreter = std::make_unique<ScriptInterpreter>(); });
-        EXPECT_EQ(isThrough, interpreter != nullptr);
+        ASSERT_EQ(isThrough, interpreter != nullptr);
+        // What is made is whole.
+        if (isThrough) {
+            EXPECT_EQ(interpreter->variables.size(), 3U);
+            EXPECT_EQ(interpreter->builtins.size(), 1U);
+        }
     });
     EXPECT_GE(refused, 10);
 }
