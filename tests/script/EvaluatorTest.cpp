@@ -179,6 +179,13 @@ TEST(EvaluateTokens, CreatesAVariableByReadingIt)
     EXPECT_EQ(script["y"], "null");
 }
 
+TEST(EvaluateTokens, CreatesAVariableThatIsTheStepOfALoop)
+{
+    const Script script("for (i = 0; i < 1; unused) { i = i + 1; }");
+
+    EXPECT_EQ(script.interpreter.variables.count("unused"), 1U);
+}
+
 TEST(EvaluateTokens, CreatesAnElementByReadingIt)
 {
     Script script;

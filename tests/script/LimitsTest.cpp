@@ -298,7 +298,9 @@ TEST(ScriptLimits, ChangeNothingOfWhatAScriptComputes)
         "func add(n) { sum = sum + n; if (sum < 50) { add(sum); } sum + 1; } sum = 1; y = add(2);"
         "x = 0.5; i = 0; while (i < 200) { x = x * 3.7; if (x > 1) { x = x / 7; } i++; s = s + i; }"
         "b[3][2] = x; c = b; c[3][0] = \"t\"; d = c[3]; for (j = 0; j < 5; j = j + 1) { q = j / 3; "
-        "}";
+        "}"
+        "func last() { sum; } l = last(); func seven() { k = 5; return 7; k = 6; } v = seven();"
+        "func passes() { w = 0; while (w < 3) { w = w + 1; return 9; w = 100; } } p = passes();";
     Script free(text);
     Script limitedScript;
     limitedScript.interpreter.limits = {1000000, 100000000, 1000};
@@ -309,6 +311,9 @@ TEST(ScriptLimits, ChangeNothingOfWhatAScriptComputes)
     ASSERT_EQ(limitedScript.interpreter.variables.size(), free.interpreter.variables.size());
     for (const auto& [name, value] : free.interpreter.variables)
         EXPECT_EQ(limitedScript[name], free[name]) << name;
+    EXPECT_EQ(free["l"], free["sum"]);
+    EXPECT_EQ(free["v"], "int 7");
+    EXPECT_EQ(free["p"], "int 9");
 }
 } // namespace
 } // namespace tamor::test
