@@ -10,6 +10,7 @@
 #include "models/Model.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstdio>
 #include <numbers>
@@ -320,7 +321,7 @@ std::vector<Bone> makeFishBones(int frames)
             {static_cast<float>(frame), Vector(0.05F * std::sin(2 * angle), 0.09F * std::sin(angle),
                                                0.06F * std::cos(angle))});
     }
-    for (const std::size_t i : {FIN_LEFT, FIN_RIGHT}) {
+    for (const std::size_t i : std::array<std::size_t, 2>{FIN_LEFT, FIN_RIGHT}) {
         const float side = i == FIN_LEFT ? 1.0F : -1.0F;
         bones[i].parent = &bones[ROOT];
         bones[i].localPosition = Vector(finRoot.x - spineX[0], finRoot.y, side * finRoot.z);

@@ -286,8 +286,8 @@ TerrainMesh noiseTerrain(std::int32_t size, std::int32_t octaves, float frequenc
 void putIntoModel(Model& model, TerrainMesh mesh)
 {
     std::erase_if(mesh.faces, [&](const Face& face) {
-        return !std::ranges::all_of(face.vertex,
-                                    [&](std::int32_t v) { return hasIndex(mesh.vertices, v); });
+        return !std::all_of(std::begin(face.vertex), std::end(face.vertex),
+                            [&](std::int32_t v) { return hasIndex(mesh.vertices, v); });
     });
 
     for (Face& face : mesh.faces) {

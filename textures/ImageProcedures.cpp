@@ -191,7 +191,7 @@ bool Image::blend(std::uint32_t thisFactor, std::uint32_t otherFactor, Image oth
         sums.assign(rowLength, 0.0F);
         addToBlend(sums, row, thisFactor, row, matches.data());
         addToBlend(sums, matches.data(), otherFactor, row, matches.data());
-        std::ranges::transform(sums, row, clamped);
+        std::transform(sums.begin(), sums.end(), row, clamped);
     }
     return true;
 }

@@ -82,7 +82,7 @@ std::vector<std::uint8_t> bytesOf(const Image& image)
 {
     std::vector<std::uint8_t> bytes;
     for (std::size_t n = 0; n < image.pixelCount() * 4; n += 4) {
-        for (const std::size_t channel : {2, 1, 0, 3}) {
+        for (const std::size_t channel : {2U, 1U, 0U, 3U}) {
             const float value = std::clamp(image.pixels[n + channel], 0.0F, 1.0F);
             bytes.push_back(static_cast<std::uint8_t>(value * 255.0F + 0.5F));
         }

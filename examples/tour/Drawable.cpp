@@ -3,6 +3,7 @@
 #include "examples/tour/Drawable.h"
 
 #include <cmath>
+#include <initializer_list>
 
 namespace tour
 {
@@ -93,8 +94,8 @@ void Drawable::drawBuffers()
     }
     owned->setRenderMode(bufferMode, false, false);
     owned->render(false);
-    for (const GLenum array :
-         {GL_VERTEX_ARRAY, GL_NORMAL_ARRAY, GL_COLOR_ARRAY, GL_TEXTURE_COORD_ARRAY})
+    for (const GLenum array : std::initializer_list<GLenum>{GL_VERTEX_ARRAY, GL_NORMAL_ARRAY,
+                                                            GL_COLOR_ARRAY, GL_TEXTURE_COORD_ARRAY})
         glDisableClientState(array);
     glBindBuffer(GL_ARRAY_BUFFER, 0);
 }

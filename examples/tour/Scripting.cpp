@@ -156,13 +156,13 @@ struct Words
     /// What the interpreter calls.
     static ScriptValue call(std::string name, std::int32_t count, ScriptValue* values)
     {
-        return all.at(name)(Arguments(count, values));
+        return table.at(name)(Arguments(count, values));
     }
 
-    static const std::map<std::string, ScriptValue (*)(const Arguments&)> all;
+    static const std::map<std::string, ScriptValue (*)(const Arguments&)> table;
 };
 
-const std::map<std::string, ScriptValue (*)(const Arguments&)> Words::all = {
+const std::map<std::string, ScriptValue (*)(const Arguments&)> Words::table = {
     {"spawn", spawn},   {"move", move},     {"turn", turn},
     {"colour", colour}, {"camera", camera}, {"hour", hour},
     {"ground", ground}, {"random", random}, {"after", after}};
@@ -210,7 +210,7 @@ std::string Scripting::run(const std::string& newText)
         return verdict.words;
     interpreter = std::make_unique<ScriptInterpreter>();
     interpreter->limits = limits;
-    for (const auto& [name, word] : Words::all)
+    for (const auto& [name, word] : Words::table)
         interpreter->builtins[name] = Words::call;
     const std::string words = runText(newText);
     return words.empty() ? verdict.words : words;

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <string_view>
 #include <system_error>
+#include <type_traits>
 
 namespace tamor
 {
@@ -27,9 +28,9 @@ public:
         while (next != end && isSpace(*next))
             ++next;
         Number number = {};
-        const auto [after, error] = std::from_chars(next, end, number);
+        const char* after = next;
         plain =
-            plain && startsWithDigit() && error == std::errc() && (after == end || isSpace(*after));
+            plain && startsWithDigit() && take(after, number) && (after == end || isSpace(*after));
         if (plain) {
             target = number;
             next = after;
@@ -50,6 +51,22 @@ public:
 private:
     /// The white space of the C locale.
     static bool isSpace(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
+
+    /// Takes a number off the front. \return false where none can be read
+    template <typename Number>
+    bool take(const char*& after, Number& number) const
+    {
+#ifndef __cpp_lib_to_chars // libc++ has it for integers alone
+        if constexpr (std::is_floating_point_v<Number>)
+            return false;
+        else
+#endif
+        {
+            const std::from_chars_result result = std::from_chars(after, end, number);
+            after = result.ptr;
+            return result.ec == std::errc();
+        }
+    }
 
     /// Refuses what only one of the two ways takes, or both take with other names: "+1", "nan".
     bool startsWithDigit() const

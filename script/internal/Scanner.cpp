@@ -1,6 +1,9 @@
 #include "script/internal/Scanner.h"
 
+#include <algorithm>
 #include <charconv>
+#include <clocale>
+#include <cstdlib>
 #include <limits>
 #include <stdexcept>
 
@@ -69,6 +72,8 @@ float numberFromText(std::string_view text)
     // Nine digits are an integer of 32 bits, which converts to the same float in less time.
     if (!hasPoint && length <= 9)
         return static_cast<float>(integerFromText(text.substr(0, length)));
+    constexpr float largest = std::numeric_limits<float>::max();
+#ifdef __cpp_lib_to_chars
     float value = 0;
     const std::errc error =
         std::from_chars(text.data(), text.data() + length, value, std::chars_format::fixed).ec;
@@ -76,8 +81,13 @@ float numberFromText(std::string_view text)
         return value;
     // Too large for a float, or too small, as a stream would have it.
     const std::size_t firstDigit = text.find_first_not_of("-0");
-    const float magnitude = text[firstDigit] == '.' ? 0.0F : std::numeric_limits<float>::max();
+    const float magnitude = text[firstDigit] == '.' ? 0.0F : largest;
     return text.front() == '-' ? -magnitude : magnitude;
+#else // libc++ has it for integers alone
+    static const locale_t classic = newlocale(LC_ALL_MASK, "C", nullptr);
+    const std::string digits(text.substr(0, length));
+    return std::clamp(strtof_l(digits.c_str(), nullptr, classic), -largest, largest);
+#endif
 }
 
 int integerFromText(std::string_view text)

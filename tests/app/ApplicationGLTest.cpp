@@ -608,7 +608,8 @@ TEST_F(ApplicationUpdateGLTest, EachButtonOpensItsMessage)
         EXPECT_EQ(textOf("__msgbox_message"), row.text);
         EXPECT_FALSE(widget(row.button).wasClicked());
         for (const char* answer : all) {
-            const bool isWanted = std::ranges::find(row.answers, answer) != row.answers.end();
+            const bool isWanted =
+                std::count(row.answers.begin(), row.answers.end(), std::string(answer)) > 0;
             EXPECT_EQ(GLWidget::find(answer) != nullptr, isWanted) << answer;
         }
 

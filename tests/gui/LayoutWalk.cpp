@@ -91,7 +91,9 @@ LayoutWalk walkLayout(const std::string& text)
         }
         std::string word;
         stream >> word;
-        const auto directive = std::ranges::find(directives, word, &LineFormat::word);
+        const auto directive =
+            std::find_if(directives.begin(), directives.end(),
+                         [&](const LineFormat& line) { return line.word == word; });
         if (directive != directives.end()) {
             Fields fields;
             readFields(stream, directive->fields, fields);

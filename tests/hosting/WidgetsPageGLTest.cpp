@@ -65,9 +65,9 @@ void settle()
 
 void type(const std::string& words)
 {
-    for (const unsigned char letter : words) {
+    for (const char letter : words) {
         std::array<std::uint8_t, 512> pressed{};
-        pressed[letter] = 1;
+        pressed[static_cast<unsigned char>(letter)] = 1;
         GLWidget::keysChanged(pressed.data());
     }
 }

@@ -31,8 +31,8 @@ TEST(ClearPages, SetsAllBytesTo0AndNoOthers)
 {
     constexpr std::size_t size = 40000;
     const auto bytes = std::make_unique<char[]>(size);
-    for (const std::size_t start : {0, 1, 4095, 4096, 5000}) {
-        for (const std::size_t count : {0, 1, 100, 4096, 8192, 20001, 30000}) {
+    for (const std::size_t start : {0U, 1U, 4095U, 4096U, 5000U}) {
+        for (const std::size_t count : {0U, 1U, 100U, 4096U, 8192U, 20001U, 30000U}) {
             std::fill_n(bytes.get(), size, 'x');
 
             clearPages(bytes.get() + start, count);

@@ -26,7 +26,7 @@ using Calls = std::vector<std::string>;
 /// Where `name` first is in `calls`; their number if nowhere.
 std::size_t placeOf(const Calls& calls, const std::string& name)
 {
-    return static_cast<std::size_t>(std::ranges::find(calls, name) - calls.begin());
+    return static_cast<std::size_t>(std::find(calls.begin(), calls.end(), name) - calls.begin());
 }
 
 class ModelRenderGLTest : public WindowTest
@@ -187,7 +187,8 @@ protected:
     Calls drawing(bool flat)
     {
         Calls calls = render(flat);
-        calls.erase(calls.begin(), std::ranges::find(calls, "glBegin(GL_TRIANGLES)"));
+        calls.erase(calls.begin(), calls.begin() + static_cast<std::ptrdiff_t>(
+                                                       placeOf(calls, "glBegin(GL_TRIANGLES)")));
         return calls;
     }
 };

@@ -220,7 +220,8 @@ TEST_F(SDLInputGLTest, IndicesPastTheTableAreIgnored)
                keyEvent(SDL_KEYDOWN, 511, 511)});
 
     EXPECT_EQ(events.at(0).keyboard.held[511], 1);
-    EXPECT_EQ(std::ranges::count(events[0].keyboard.held, 1), 1);
+    const auto& held = events[0].keyboard.held;
+    EXPECT_EQ(std::count(held.begin(), held.end(), 1), 1);
 }
 
 TEST_F(SDLInputGLTest, AKeyRepeatsByTheTimeOfFrames)

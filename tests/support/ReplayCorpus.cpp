@@ -67,9 +67,9 @@ void readDamaged(const std::string& path, const std::string& whole, std::size_t 
     for (std::size_t at = 0; at < whole.size(); at += step) {
         const std::string place = path + " at byte " + std::to_string(at);
         read(whole.substr(0, at), place + ", cut");
-        for (unsigned bit = 0; bit < 8; bit++) {
+        for (int bit = 0; bit < 8; bit++) {
             std::string damaged = whole;
-            damaged[at] = static_cast<char>(damaged[at] ^ (1U << bit));
+            damaged[at] = static_cast<char>(damaged[at] ^ (1 << bit));
             read(damaged, place + ", bit " + std::to_string(bit));
         }
     }

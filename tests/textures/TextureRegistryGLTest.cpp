@@ -233,7 +233,7 @@ TEST_F(AssignTextureGLTest, MakesATextureOfAPNGOfImpossibleSize)
         bytes.replace(20, 4, size, 4);
         const std::string name = directory.write("x.png", bytes);
         textureRegistry.clear();
-        for (const std::uint32_t flags : {0, 1, 16, 17}) {
+        for (const std::uint32_t flags : {0U, 1U, 16U, 17U}) {
             std::uint32_t id = 0;
             EXPECT_TRUE(assignTexture(id, {name, flags}));
             EXPECT_NE(id, 0U);
@@ -260,7 +260,7 @@ TEST_F(AssignTextureGLTest, UploadsTheSizeThatAFailedReaderLeft)
         const std::string size = std::to_string(width) + ", " + std::to_string(height);
         textureRegistry.clear();
         const test::GLRecorder recorder;
-        for (const std::uint32_t flags : {0, 1, 16, 17}) {
+        for (const std::uint32_t flags : {0U, 1U, 16U, 17U}) {
             std::uint32_t id = 0;
             EXPECT_TRUE(assignTexture(id, {name, flags}));
         }
@@ -284,7 +284,7 @@ TEST_F(AssignTextureGLTest, StaysInsideThePixelsOfAFailedReader)
         for (char height = 1; height <= 9; height++) {
             const std::string name = directory.write("x.png", refusedPNG(width, height));
             textureRegistry.clear();
-            for (const std::uint32_t flags : {0, 1, 16, 17}) {
+            for (const std::uint32_t flags : {0U, 1U, 16U, 17U}) {
                 std::uint32_t id = 0;
                 EXPECT_TRUE(assignTexture(id, {name, flags}));
             }

@@ -275,7 +275,7 @@ TEST_F(UploadTextureGLTest, HasRoomForWhatGLUReadsBehindThePixels)
     const test::GuardedArrays guarded;
     std::uint32_t id = 0;
 
-    for (const std::uint32_t flags : {0, 16}) {
+    for (const std::uint32_t flags : {0U, 16U}) {
         for (int width = 1; width <= 64; width++) {
             for (int height = 1; height <= 64; height++) {
                 Image image;
@@ -314,11 +314,11 @@ TEST_F(UploadTextureGLTest, TakesAnImageWithoutPixels)
     image.allocate(0, 0);
     std::uint32_t id = 0;
 
-    for (const std::uint32_t flags : {0, 1, 16, 17})
+    for (const std::uint32_t flags : {0U, 1U, 16U, 17U})
         EXPECT_TRUE(uploadTexture(id, image, {"", flags}));
     image.width = -2;
     image.height = -3;
-    for (const std::uint32_t flags : {0, 1, 16, 17})
+    for (const std::uint32_t flags : {0U, 1U, 16U, 17U})
         EXPECT_TRUE(uploadTexture(id, image, {"", flags}));
 }
 } // namespace

@@ -4,7 +4,7 @@
 #include "tools/check/Formats.h"
 #include "tools/check/Words.h"
 
-#include <charconv>
+#include <cstdlib>
 #include <functional>
 
 namespace tamor::check
@@ -21,9 +21,10 @@ using CheckLine = std::function<void(std::size_t line, const Values& values)>;
 
 bool isNumber(std::string_view word)
 {
-    float number = 0.0F;
-    const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), number);
-    return error == std::errc() && end == word.data() + word.size();
+    const std::string text(word);
+    char* end = nullptr;
+    std::strtof(text.c_str(), &end);
+    return !text.empty() && *end == '\0';
 }
 
 /// Reads lines of a fixed order as the engine does, up to the first field that it cannot read.

@@ -13,7 +13,7 @@ namespace tamor::test
 /// Whether there is an error among the findings, not warnings alone.
 inline bool hasError(const std::vector<check::Finding>& findings)
 {
-    return std::ranges::any_of(findings, [](const check::Finding& finding) {
+    return std::any_of(findings.begin(), findings.end(), [](const check::Finding& finding) {
         return finding.code->severity == check::Severity::error;
     });
 }
@@ -21,7 +21,7 @@ inline bool hasError(const std::vector<check::Finding>& findings)
 /// Whether one of them has the code of this name.
 inline bool hasCode(const std::vector<check::Finding>& findings, std::string_view code)
 {
-    return std::ranges::any_of(
-        findings, [=](const check::Finding& finding) { return finding.code->name == code; });
+    return std::any_of(findings.begin(), findings.end(),
+                       [=](const check::Finding& finding) { return finding.code->name == code; });
 }
 } // namespace tamor::test
