@@ -179,6 +179,16 @@ TEST(EvaluateTokens, CreatesAVariableByReadingIt)
     EXPECT_EQ(script["y"], "null");
 }
 
+TEST(EvaluateTokens, ComputesWithAnIntegerThatNoFloatHoldsInALoop)
+{
+    // 16777217 is 16777216 as a float; from the second pass on all three are plain numbers.
+    const Script script("odd = 16777216 + 1; even = -0.5 * 33554432; i = 0; rest = 0;"
+                        "while (i < 3) { rest = odd + even; i++; }");
+
+    EXPECT_EQ(script["even"], "float -16777216");
+    EXPECT_EQ(script["rest"], "float 1");
+}
+
 TEST(EvaluateTokens, CreatesAVariableThatIsTheStepOfALoop)
 {
     const Script script("for (i = 0; i < 1; unused) { i = i + 1; }");
