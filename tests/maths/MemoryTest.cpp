@@ -1,6 +1,10 @@
 #include "maths/Memory.h"
 
+#include "tests/support/ChildProcess.h"
+
 #include <gtest/gtest.h>
+
+#include <sys/resource.h>
 
 #include <algorithm>
 #include <memory>
@@ -15,6 +19,25 @@ TEST(MemoryHolds, SmallSizesAndNotTheLargest)
     EXPECT_TRUE(memoryHolds(1 << 20));
     EXPECT_FALSE(memoryHolds(std::uint64_t{1} << 62));
     EXPECT_FALSE(memoryHolds(UINT64_MAX));
+}
+
+TEST(MemoryHolds, WhatFitsIntoTheAddressesThatAHostAllows)
+{
+#if defined(__SANITIZE_ADDRESS__)
+    GTEST_SKIP() << "the sanitiser takes more addresses than the limit leaves";
+#endif
+    test::ChildProcess child([] {
+        const rlimit limit = {512UL << 20, 512UL << 20};
+        setrlimit(RLIMIT_AS, &limit);
+        const bool holdsLess = memoryHolds(65UL << 20);
+        const bool holdsAll = memoryHolds(512UL << 20);
+        // The program itself has taken more than that.
+        const rlimit less = {1UL << 20, 1UL << 20};
+        setrlimit(RLIMIT_AS, &less);
+        return holdsLess && !holdsAll && !memoryHolds(65UL << 20) ? 0 : 1;
+    });
+
+    EXPECT_EQ(child.wait().status, 0);
 }
 
 TEST(SaturatingProduct, StopsAtTheLargestNumber)

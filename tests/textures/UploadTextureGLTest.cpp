@@ -308,6 +308,22 @@ TEST_F(UploadTextureGLTest, UploadsFloatsThatGLUScales)
     EXPECT_THAT(texels(16), ElementsAreArray(expected));
 }
 
+TEST_F(UploadTextureGLTest, SendsNothingOfMorePixelsThanCanBeCounted)
+{
+    // The pixels are not looked at, so that there need not be 2^28 of them.
+    Image image;
+    image.width = 1 << 14;
+    image.height = (1 << 14) + 1;
+    std::uint32_t id = 0;
+
+    EXPECT_TRUE(uploadTexture(id, image, {"", 0}));
+
+    EXPECT_NE(id, 0U);
+    std::int32_t width = 0;
+    glGetTexLevelParameteriv(GL_TEXTURE_2D, 0, GL_TEXTURE_WIDTH, &width);
+    EXPECT_EQ(width, 0);
+}
+
 TEST_F(UploadTextureGLTest, TakesAnImageWithoutPixels)
 {
     Image image;
