@@ -18,6 +18,7 @@ packages_to_check=(
 packages_to_test=("${packages_to_check[@]}" valgrind) # tests run scripts/check, too
 packages_to_fuzz=(clang libclang-rt-dev llvm)
 packages_to_count=(valgrind libbenchmark-dev)
+packages_to_cover=(gcovr)
 packages_to_pack=(devscripts dpkg-dev file lintian)
 packages_to_document=(doxygen mandoc python3-markdown)
 packages_to_try_clang=(clang libc++-dev libc++abi-dev googletest)

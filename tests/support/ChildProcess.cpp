@@ -12,6 +12,11 @@
 #include <iostream>
 #include <thread>
 
+#ifdef TAMOR_COUNTS_LINES
+// Of the compiler's library: what scripts/coverage reads is written now and not at an exit.
+extern "C" void __gcov_dump(); // NOLINT(bugprone-reserved-identifier)
+#endif
+
 namespace tamor::test
 {
 namespace
@@ -72,6 +77,9 @@ ChildProcess::ChildProcess(const std::function<int()>& body)
     const int status = body();
     std::cout.flush();
     std::fflush(nullptr);
+#ifdef TAMOR_COUNTS_LINES
+    __gcov_dump();
+#endif
     // Not exit: what this copy holds of the parent's tests is the parent's to end.
     _exit(status);
 }
