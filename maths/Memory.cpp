@@ -32,12 +32,12 @@ std::uint64_t availableMemory()
            static_cast<std::uint64_t>(sysconf(_SC_PAGESIZE));
 }
 
-/// What the process may still take of the addresses that it was limited to.
+/// What the process may still take of the addresses that there are, or that it was limited to.
 std::uint64_t addressesLeft()
 {
     rlimit limit = {};
     if (getrlimit(RLIMIT_AS, &limit) != 0 || limit.rlim_cur == RLIM_INFINITY)
-        return std::numeric_limits<std::uint64_t>::max();
+        return std::numeric_limits<std::ptrdiff_t>::max(); // as much as one piece can have
     std::uint64_t pages = 0;
     std::ifstream("/proc/self/statm") >> pages;
     const std::uint64_t taken = pages * static_cast<std::uint64_t>(sysconf(_SC_PAGESIZE));

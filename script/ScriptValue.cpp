@@ -5,6 +5,7 @@
 #include <cmath>
 #include <csignal>
 #include <limits>
+#include <new>
 
 namespace tamor
 {
@@ -104,8 +105,12 @@ ScriptValue& ScriptValue::arrayElement(unsigned index)
     type = TYPE_ARRAY;
     // Meant: no limit, so an index of -1, read as unsigned, asks for all memory there is;
     // `ScriptValueArrayElement.ANegativeIndexRunsOutOfMemory` holds it.
-    if (index >= items.size())
+    if (index >= items.size()) {
+        // More than there are addresses, where these have 32 bits.
+        if (index >= items.max_size())
+            throw std::bad_alloc();
         items.resize(std::size_t{index} + 1);
+    }
     return items[index];
 }
 

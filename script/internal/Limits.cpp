@@ -186,7 +186,7 @@ bool Machine::mayGrow(const ScriptValue& array, unsigned index)
 {
     if (runDepth == 0 || limits.bytes == 0)
         return true;
-    usedBytes += (std::size_t{index} + 1 - array.items.size()) * sizeof array;
+    usedBytes += (std::uint64_t{index} + 1 - array.items.size()) * sizeof array;
     return usedBytes <= limits.bytes;
 }
 } // namespace tamor::script
