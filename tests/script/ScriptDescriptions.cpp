@@ -74,8 +74,11 @@ std::string tokenText(const ScriptToken& token)
 std::string described(const std::vector<ScriptToken>& list)
 {
     std::string text;
-    for (const ScriptToken& token : list)
-        text += (text.empty() ? "" : " ") + tokenText(token);
+    for (const ScriptToken& token : list) {
+        if (!text.empty())
+            text += ' ';
+        text += tokenText(token);
+    }
     return text;
 }
 } // namespace tamor::test

@@ -141,7 +141,9 @@ std::string namesOfBits(GLbitfield mask)
     for (const NamedValue& bit : bits) {
         if ((mask & bit.value) == 0)
             continue;
-        text += (text.empty() ? "" : "|") + std::string(bit.name);
+        if (!text.empty())
+            text += '|';
+        text += bit.name;
         mask &= ~bit.value;
     }
     return mask == 0 ? text : nameOf(bits, mask);
