@@ -13,6 +13,11 @@ target_compile_options(
                              $<$<BOOL:${PROJECT_IS_TOP_LEVEL}>:-Werror>
 )
 
+# As the standard has it and GCC does: an object's memory is given back with its size.
+if(CMAKE_CXX_COMPILER_ID MATCHES "Clang")
+    add_compile_options(-fsized-deallocation)
+endif()
+
 # The whole library is instrumented, so that any fuzzer sees the branches that it takes.
 if(TAMOR_FUZZ)
     if(NOT CMAKE_CXX_COMPILER_ID MATCHES "Clang")
