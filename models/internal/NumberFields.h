@@ -28,9 +28,9 @@ public:
         while (next != end && isSpace(*next))
             ++next;
         Number number = {};
-        const char* after = next;
+        const auto [after, error] = fromChars(next, end, number);
         plain =
-            plain && startsWithDigit() && take(after, number) && (after == end || isSpace(*after));
+            plain && startsWithDigit() && error == std::errc() && (after == end || isSpace(*after));
         if (plain) {
             target = number;
             next = after;
@@ -52,20 +52,15 @@ private:
     /// The white space of the C locale.
     static bool isSpace(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 
-    /// Takes a number off the front. \return false where none can be read
     template <typename Number>
-    bool take(const char*& after, Number& number) const
+    static std::from_chars_result fromChars(const char* first, const char* last, Number& number)
     {
 #ifndef __cpp_lib_to_chars // libc++ has it for integers alone
         if constexpr (std::is_floating_point_v<Number>)
-            return false;
+            return {first, std::errc::invalid_argument};
         else
 #endif
-        {
-            const std::from_chars_result result = std::from_chars(after, end, number);
-            after = result.ptr;
-            return result.ec == std::errc();
-        }
+            return std::from_chars(first, last, number);
     }
 
     /// Refuses what only one of the two ways takes, or both take with other names: "+1", "nan".
