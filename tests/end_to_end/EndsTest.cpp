@@ -5,9 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <csignal>
-#include <cstddef>
 #include <map>
-#include <memory>
 #include <ostream>
 #include <string>
 
@@ -18,8 +16,6 @@ namespace
 using testing::EndsWith;
 using testing::HasSubstr;
 using testing::Not;
-
-constexpr std::size_t npos = std::string::npos;
 
 TEST(TheStartGLTest, OpensAWindowOf800By600WithItsTitle)
 {
@@ -98,22 +94,6 @@ TEST(TheEndGLTest, ComesWithStatus0WhenTheWindowIsClosed)
 // These two ends close the video first, which unloads the driver: what that has kept can then no
 // longer be told from a leak of the program's own.
 const std::map<std::string, std::string> withoutLeakCheck = {{"ASAN_OPTIONS", "detect_leaks=0"}};
-
-// The test's own process has no connection to this display, which would end it, too.
-TEST(TheEndGLTest, ComesWithStatus1WhenTheDisplayGoesAway)
-{
-    const WorkingDirectory directory;
-    auto display = std::make_unique<VirtualDisplay>();
-    std::map<std::string, std::string> environment = withoutLeakCheck;
-    environment["DISPLAY"] = display->name();
-    ChildProcess program({TAMOR_DEMO_PROGRAM}, directory.path(), environment);
-    ASSERT_TRUE(becomesTrue(
-        [&] { return program.errors().find("adding a 'Frame' - programcorner") != npos; }));
-
-    display.reset();
-
-    EXPECT_EQ(program.wait().status, 1) << program.errors();
-}
 
 TEST(TheEndGLTest, ComesWithStatus0WhenTheExitButtonIsPressed)
 {
