@@ -6,6 +6,8 @@ set(CMAKE_SYSTEM_NAME Linux)
 string(REGEX REPLACE "-.*" "" CMAKE_SYSTEM_PROCESSOR "${TAMOR_TRIPLET}")
 set(CMAKE_CXX_COMPILER "${TAMOR_TRIPLET}-g++")
 set(CMAKE_CXX_FLAGS_INIT -Wno-psabi) # on 32-bit ARM it tells of each call that GCC 7 began to make differently
+# The tree's C library before the cross compiler's own, which may be older than what the tree's libraries ask for.
+set(CMAKE_EXE_LINKER_FLAGS_INIT "-L${TAMOR_TREE}/usr/lib/${TAMOR_TRIPLET}")
 set(CMAKE_LIBRARY_ARCHITECTURE "${TAMOR_TRIPLET}")
 set(CMAKE_SYSROOT "${TAMOR_TREE}")
 set(CMAKE_CROSSCOMPILING_EMULATOR "${TAMOR_QEMU};-L;${TAMOR_TREE}")
