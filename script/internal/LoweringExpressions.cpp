@@ -199,6 +199,9 @@ Cell& Lowering::assigned(Cell& left, Cell& right, const Order::Step& step)
     if (!isPlainName(left)) {
         // Whatever is no name is a value that nobody sees any more.
         giveBack(left);
+        // To read the left name first may create what the right one names.
+        if (isName(left) && isName(right))
+            emit(Opcode::TOUCH).a = &left;
         Cell& result = copied(right);
         if (isName(left)) {
             Instruction& instruction = emit(Opcode::COPY);

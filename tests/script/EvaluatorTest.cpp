@@ -284,6 +284,13 @@ TEST(EvaluateTokens, KeepsAVariableOperandLive)
     EXPECT_EQ(script.evaluated("change() + x"), "int 105");
 }
 
+TEST(EvaluateTokens, ReadsThePathOnTheLeftBeforeWhatIsAssigned)
+{
+    EXPECT_EQ(Script("b[1] = b;")["b"], "[null, [null, null]]");
+    EXPECT_EQ(Script("a[0]b[1] = b;")["b"], "[null, [null, null]]");
+    EXPECT_EQ(Script("a[0]b[1] = b[0];")["b"], "[null, null]");
+}
+
 TEST(EvaluateTokens, KeepsTheValueOfAnAssignmentWhileOthersAreEvaluated)
 {
     Script script("x = 1;");
