@@ -100,7 +100,7 @@ void Generator::operand(Words& words, int depth)
 std::string Generator::path()
 {
     return oneOf({"a", "a", "b", "s", "s", "n", "pi", "a[0]", "a[1]", "a[0][1]", "b[2]", "a[i]",
-                  "::p", "unknown"});
+                  "::p", "a[0]b[1]", "unknown"});
 }
 
 void Generator::call(Words& words, int depth)

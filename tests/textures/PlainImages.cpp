@@ -1,5 +1,6 @@
 #include "tests/textures/PlainImages.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace tamor::test::plain
@@ -85,14 +86,16 @@ std::vector<float> perlin(std::vector<float> pixels, Size size, int octaves, flo
 std::vector<float> blur(const std::vector<float>& pixels, Size size, std::int32_t radius)
 {
     const float s = static_cast<float>(radius) / 2.0F + 1.0F;
+    // Sums over less than nothing have no terms, however much less it is.
+    const std::int32_t reach = std::max(radius, -1);
     std::vector<float> kernel;
-    for (std::int32_t k = -radius; k <= radius; k++) {
+    for (std::int32_t k = -reach; k <= reach; k++) {
         const float distance = std::sqrt(static_cast<float>(k) * static_cast<float>(k));
         kernel.push_back(std::exp(distance / (-2.0F * s * s)) / (6.2831855F * s));
     }
     if (radius == 0)
         kernel = {1.0F};
-    const auto weight = [&](std::int32_t k) { return *(kernel.data() + radius + k); };
+    const auto weight = [&](std::int32_t k) { return *(kernel.data() + reach + k); };
 
     std::vector<float> across(pixels.size());
     for (std::int32_t i = 0; i < size.width; i++)
@@ -100,7 +103,7 @@ std::vector<float> blur(const std::vector<float>& pixels, Size size, std::int32_
             for (std::size_t c = 0; c < 4; c++) {
                 float sum = 0.0F;
                 float total = 0.0F;
-                for (std::int32_t k = -radius; k <= radius; k++) {
+                for (std::int32_t k = -reach; k <= reach; k++) {
                     if (i + k < 0 || i + k > size.width - 1)
                         continue;
                     if (c < 3 && pixels[at(size, i + k, j) + 3] == 0.0F)
@@ -117,7 +120,7 @@ std::vector<float> blur(const std::vector<float>& pixels, Size size, std::int32_
             for (std::size_t c = 0; c < 4; c++) {
                 float sum = 0.0F;
                 float total = 0.0F;
-                for (std::int32_t k = -radius; k <= radius; k++) {
+                for (std::int32_t k = -reach; k <= reach; k++) {
                     if (j + k < 0 || j + k > size.height - 1)
                         continue;
                     sum += weight(k) * across[at(size, i, j + k) + c];
