@@ -1,12 +1,12 @@
 # tamor_add_fuzzer(NAME LABEL FOLDER SOURCES FILE... CORPUS DIRECTORY [SAMPLES FILE...]
-#                  [LONGEST BYTES] [DICTIONARY FILE] [LIBRARIES LIBRARY...])
+#                  [LONGEST BYTES] [MEMORY MEGABYTES] [DICTIONARY FILE] [LIBRARIES LIBRARY...])
 #
 # Of sources that define LLVMFuzzerTestOneInput: in every build tamor-NAME-fuzz-replay, which ctest
 # runs over the files of the corpus as the test fuzz.NAME, and as damaged.NAME over the samples, cut
 # at each byte and with each bit turned, or at 1000 bytes of a longer one; and with TAMOR_FUZZ
 # tamor-NAME-fuzzer, which looks for more inputs and which scripts/fuzz runs.
 function(tamor_add_fuzzer name)
-    cmake_parse_arguments(PARSE_ARGV 1 fuzzer "" "LABEL;CORPUS;LONGEST;DICTIONARY" "SOURCES;SAMPLES;LIBRARIES")
+    cmake_parse_arguments(PARSE_ARGV 1 fuzzer "" "LABEL;CORPUS;LONGEST;MEMORY;DICTIONARY" "SOURCES;SAMPLES;LIBRARIES")
     if(NOT fuzzer_LONGEST)
         set(fuzzer_LONGEST 4096)
     endif()
@@ -39,6 +39,9 @@ function(tamor_add_fuzzer name)
         target_link_libraries(${program} PRIVATE ${libraries})
         target_link_options(${program} PRIVATE -fsanitize=fuzzer)
         set(options "-max_len=${fuzzer_LONGEST}")
+        if(fuzzer_MEMORY)
+            string(APPEND options " -rss_limit_mb=${fuzzer_MEMORY}")
+        endif()
         if(fuzzer_DICTIONARY)
             string(APPEND options " -dict=${CMAKE_CURRENT_SOURCE_DIR}/${fuzzer_DICTIONARY}")
         endif()
