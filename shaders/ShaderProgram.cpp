@@ -15,8 +15,9 @@ namespace
 /// A new shader object with the file's text, compiled. A missing file is an empty text.
 std::uint32_t compile(GLenum kind, const std::string& file)
 {
-    const std::uint32_t shader = glCreateShader(kind);
+    // First, since a shader object would be lost where memory lacks for the text.
     const std::string text = readFile(file);
+    const std::uint32_t shader = glCreateShader(kind);
     const char* const source = text.c_str();
     glShaderSource(shader, 1, &source, nullptr);
     glCompileShader(shader);
