@@ -6,6 +6,7 @@
 
 #include <csignal>
 #include <map>
+#include <memory>
 #include <ostream>
 #include <string>
 
@@ -94,6 +95,26 @@ TEST(TheEndGLTest, ComesWithStatus0WhenTheWindowIsClosed)
 // These two ends close the video first, which unloads the driver: what that has kept can then no
 // longer be told from a leak of the program's own.
 const std::map<std::string, std::string> withoutLeakCheck = {{"ASAN_OPTIONS", "detect_leaks=0"}};
+
+// Its end is Xlib's, which exits with the status 1. The driver is still at work then, and now and then a signal is faster.
+// The test's own process has no connection to this display, which would end it, too.
+TEST(TheEndGLTest, IsNoGoodOneWhenTheDisplayGoesAway)
+{
+    const WorkingDirectory directory;
+    auto display = std::make_unique<VirtualDisplay>();
+    std::map<std::string, std::string> environment = withoutLeakCheck;
+    environment["DISPLAY"] = display->name();
+    ChildProcess program({TAMOR_DEMO_PROGRAM}, directory.path(), environment);
+    ASSERT_TRUE(becomesTrue([&] {
+        return program.errors().find("adding a 'Frame' - programcorner") != std::string::npos;
+    }));
+
+    display.reset();
+
+    const ProcessEnd end = program.wait();
+    EXPECT_FALSE(end.timedOut);
+    EXPECT_NE(end.status, 0) << program.errors();
+}
 
 TEST(TheEndGLTest, ComesWithStatus0WhenTheExitButtonIsPressed)
 {
