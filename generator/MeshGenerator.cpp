@@ -228,11 +228,12 @@ TerrainMesh imageTerrain(Image image, float scaleX, float scaleY, float scaleZ)
             // Meant: the stride is the width, though an image's own is its height. They agree for
             // the square images that this is for, and another one gives the same points as ever;
             // `ImageTerrain.OfATallImageOverwritesPointsAndLeavesTheLastOnes` holds it.
-            const std::size_t p =
-                static_cast<std::size_t>(image.width) * static_cast<std::size_t>(i) +
-                static_cast<std::size_t>(j);
-            if (p >= count)
+            const std::uint64_t place =
+                static_cast<std::uint64_t>(image.width) * static_cast<std::uint64_t>(i) +
+                static_cast<std::uint64_t>(j);
+            if (place >= count)
                 continue;
+            const auto p = static_cast<std::size_t>(place);
             const float x = static_cast<float>(i) - width / 2.0F;
             const float z = static_cast<float>(j) - height / 2.0F;
             const float y = width / 2.0F * image.pixels[4 * p];

@@ -32,6 +32,17 @@ std::size_t toSize(std::int32_t count)
     return static_cast<std::size_t>(std::max(count, 0));
 }
 
+/// What a list of `count` entries takes, in bytes, which may be more than there are addresses.
+std::uint64_t sizeOf(std::int32_t count, std::size_t entrySize)
+{
+    return std::uint64_t{toSize(count)} * entrySize;
+}
+
+bool holds(std::int32_t count, std::size_t entrySize)
+{
+    return memoryHolds(sizeOf(count, entrySize));
+}
+
 // Each of these reads one line. The patterns rule: a line of plain numbers gives the same without
 // them, in a sixth of the time. No result is looked at, so that what does not match stays as it
 // was.
@@ -188,8 +199,7 @@ private:
     /// that grow by it.
     std::uint64_t meshSize() const
     {
-        return 2 *
-               (2 * sizeof(Vertex) * toSize(vertexCount) + sizeof(Face) * toSize(triangleCount));
+        return 2 * (sizeOf(vertexCount, 2 * sizeof(Vertex)) + sizeOf(triangleCount, sizeof(Face)));
     }
 
     bool readMesh()
@@ -197,20 +207,20 @@ private:
         std::sscanf(lineText().c_str(), "%*s %*d %d", &materialIndex);
 
         readCount(line(), vertexCount);
-        if (!memoryHolds(2 * sizeof(Vertex) * toSize(vertexCount)))
+        if (!holds(vertexCount, 2 * sizeof(Vertex)))
             return false;
         const std::size_t firstVertex = model.vertices.size();
         model.vertices.resize(firstVertex + toSize(vertexCount));
         readItems(model.vertices, firstVertex, readVertex);
 
         readCount(line(), normalCount);
-        if (!memoryHolds(sizeof(Vector) * toSize(normalCount)))
+        if (!holds(normalCount, sizeof(Vector)))
             return false;
         std::vector<Vector> normals(toSize(normalCount));
         readItems(normals, 0, readVector);
 
         readCount(line(), triangleCount);
-        if (!memoryHolds(sizeof(Face) * toSize(triangleCount)))
+        if (!holds(triangleCount, sizeof(Face)))
             return false;
         const std::size_t firstFace = model.faces.size();
         model.faces.resize(firstFace + toSize(triangleCount));
@@ -245,7 +255,7 @@ private:
     bool readMaterials()
     {
         std::sscanf(lineText().c_str(), "Materials: %d", &materialCount);
-        if (!memoryHolds(sizeof(Material) * toSize(materialCount)))
+        if (!holds(materialCount, sizeof(Material)))
             return false;
         model.materials.resize(toSize(materialCount));
         for (Material& material : model.materials)
@@ -276,7 +286,7 @@ private:
     bool readBones()
     {
         std::sscanf(lineText().c_str(), "Bones: %d", &boneCount);
-        if (!memoryHolds((sizeof(Bone) + sizeof(void*)) * toSize(boneCount)))
+        if (!holds(boneCount, sizeof(Bone) + sizeof(void*)))
             return false;
         model.bones.reserve(toSize(boneCount));
         for (std::size_t i = 0; i < toSize(boneCount); ++i)
@@ -322,7 +332,7 @@ private:
     {
         std::int32_t count = 0;
         readCount(line(), count);
-        if (!memoryHolds(sizeof(KeyFrame) * toSize(count)))
+        if (!holds(count, sizeof(KeyFrame)))
             return false;
         keys.resize(toSize(count));
         readItems(keys, 0, readKey);

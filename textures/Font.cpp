@@ -4,6 +4,7 @@
 #include "maths/Matrix.h"
 #include "textures/Image.h"
 #include "textures/internal/FormatText.h"
+#include "textures/internal/Pixels.h"
 
 #include <GL/gl.h>
 #include <ft2build.h>
@@ -53,7 +54,7 @@ std::uint8_t greyAt(const FT_Bitmap& bitmap, unsigned int offset)
 /// Meant: never freed; `FontGLTest.LeavesTheBytesOfItsGlyphsAllocated` holds it.
 std::uint8_t* newGlyphBytes(const FT_Bitmap& bitmap, unsigned int width, unsigned int height)
 {
-    auto* const bytes = new std::uint8_t[std::size_t{width} * height * 4]();
+    auto* const bytes = new std::uint8_t[toSize(std::uint64_t{width} * height * 4)]();
     for (unsigned int row = 0; row < bitmap.rows; row++) {
         for (unsigned int x = 0; x < bitmap.width; x++) {
             const std::uint8_t grey = greyAt(bitmap, row * bitmap.width + x);

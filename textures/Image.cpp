@@ -43,7 +43,7 @@ std::size_t countOf(std::int32_t width, std::int32_t height)
 {
     if (width <= 0 || height <= 0)
         return 0;
-    return static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
+    return toSize(static_cast<std::uint64_t>(width) * static_cast<std::uint64_t>(height));
 }
 
 /// The floats of so many pixels.
@@ -53,7 +53,7 @@ std::size_t countOf(std::int32_t width, std::int32_t height)
 /// `Image.LeavesItsPixelsAllocatedWhenItGoesOutOfScope` holds it.
 float* newPixels(std::size_t count)
 {
-    return new float[count * channels];
+    return new float[toSize(std::uint64_t{count} * channels)];
 }
 
 /// Storage for the bytes of an upload, and `room` for what is read behind them, all 0.

@@ -249,7 +249,8 @@ int inflate(Storage& storage)
 class Unfilter
 {
 public:
-    Unfilter(Storage& newStorage, std::size_t newStride) : storage(newStorage), stride(newStride) {}
+    Unfilter(Storage& newStorage, std::uint64_t newStride) : storage(newStorage), stride(newStride)
+    {}
 
     /// Whether there is data for another row.
     bool hasData() const { return inputOffset < storage.inflatedLength; }
@@ -310,7 +311,7 @@ private:
     }
 
     Storage& storage;
-    std::size_t stride;
+    std::uint64_t stride;
     std::size_t inputOffset = 0;
 };
 
@@ -318,7 +319,7 @@ private:
 bool undoFilters(const Image& image, Storage& storage)
 {
     storage.rgba = newRGBABytes();
-    const auto width = static_cast<std::size_t>(std::max(image.width, 0));
+    const auto width = static_cast<std::uint64_t>(std::max(image.width, 0));
     Unfilter unfilter(storage, bytesAPixel * width);
     for (std::int32_t row = 0; row < image.height && unfilter.hasData(); row++) {
         if (!unfilter.undoRow(row == 0)) {

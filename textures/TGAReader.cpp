@@ -149,7 +149,7 @@ bool readTGA(Image& image, TextureKey key)
 
     const std::size_t total = static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
     const std::size_t pixelSize = depth / 8;
-    if (!memoryHolds(total * (pixelSize + floatPixelSize))) {
+    if (!memoryHolds(saturatingProduct(total, pixelSize + floatPixelSize))) {
         std::cerr << key.path << ": Too large for the memory" << std::endl;
         return false;
     }

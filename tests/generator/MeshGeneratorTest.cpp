@@ -296,6 +296,17 @@ TEST(ImageTerrain, OfAVeryWideStripNamesNoFaceThatANumberCannotHold)
             ASSERT_GE(corner, 0);
 }
 
+TEST(ImageTerrain, OfAVeryWideLineHasTheFirstColumnsPoint)
+{
+    // All others are numbered past the end: that of column 32768 with 2^32.
+    const RedImage image(131072, 1, {0.5F});
+
+    const TerrainMesh mesh = imageTerrain(image, 1.0F, 1.0F, 1.0F);
+
+    ASSERT_EQ(mesh.vertices.size(), 131072U);
+    expectPosition(mesh.vertices[0], -0.5F, 0.25F, -0.5F);
+}
+
 // The judge is the address sanitiser: images end with their arrays.
 TEST(ImageTerrain, OfAnyShapeStaysInsideItsStorage)
 {

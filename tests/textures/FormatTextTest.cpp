@@ -82,6 +82,7 @@ TEST(FormatWithoutArguments, CutsWidthsToTheRoom)
     const std::string blanks(255, ' ');
     EXPECT_EQ(formatted("%9999999d"), blanks);
     EXPECT_EQ(formatted("%99999999999999999999999999d"), blanks);
+    EXPECT_EQ(formatted("%4294967300d"), blanks);
     EXPECT_EQ(formatted("%.9999999d"), std::string(255, '0'));
     EXPECT_EQ(formatted("%.9999999f"), "0." + std::string(253, '0'));
     EXPECT_EQ(formatted("ab%-9999999dcd"), "ab0" + std::string(252, ' '));

@@ -6,7 +6,9 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <new>
 #include <span>
+#include <vector>
 
 namespace tamor
 {
@@ -113,6 +115,23 @@ TEST(Image, SetFromBytesOfNoSizeReadsNoByte)
     EXPECT_EQ(image.pixelCount(), 0U);
     EXPECT_TRUE(image.setFromBytes(-3, -3, false, nullptr));
     EXPECT_EQ(image.pixelCount(), 0U);
+}
+
+TEST(Image, HasNoSizeWhereThereAreNoAddressesForIt)
+{
+    std::vector<std::array<std::int32_t, 2>> sizes = {{0x7FFFFFFF, 0x7FFFFFFF},
+                                                      {0x40000000, 0x40000000}};
+    if (sizeof(void*) == 4)
+        sizes.push_back({0x40000000, 1}); // has 2^32 channels
+    for (const auto& [width, height] : sizes) {
+        Image image;
+
+        EXPECT_THROW(image.allocate(width, height), std::bad_alloc);
+
+        EXPECT_EQ(image.width, 0);
+        EXPECT_EQ(image.height, 0);
+        EXPECT_EQ(image.pixels, nullptr);
+    }
 }
 } // namespace
 } // namespace tamor

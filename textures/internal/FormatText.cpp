@@ -1,6 +1,7 @@
 #include "textures/internal/FormatText.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <cstdio>
 #include <cstring>
 #include <string>
@@ -23,17 +24,17 @@ struct Conversion
 /// Reads a width or a precision, and passes over a `*`, which stands for 0.
 std::size_t readNumber(const char*& at)
 {
-    constexpr std::size_t limit = 1000000000; // about what `printf` takes
+    constexpr std::uint64_t limit = 1000000000; // about what `printf` takes
     if (*at == '*') {
         at++;
         return 0;
     }
-    std::size_t number = 0;
+    std::uint64_t number = 0;
     while (*at >= '0' && *at <= '9') {
-        number = std::min(number * 10 + static_cast<std::size_t>(*at - '0'), limit);
+        number = std::min(number * 10 + static_cast<std::uint64_t>(*at - '0'), limit);
         at++;
     }
-    return number;
+    return static_cast<std::size_t>(number);
 }
 
 /// \param at  behind the per cent sign
