@@ -419,6 +419,21 @@ TEST(EvaluateTokens, EvaluatesABraceBesideAnOperatorToNothing)
 
     EXPECT_EQ(script["x"], "null");
     EXPECT_EQ(script.interpreter.blockDepth, 1);
+
+    list = {literal(4), tokenOf(8), tokenOf(TOK_CLOSE_BRACE)};
+    EXPECT_EQ(described(evaluateTokens(script.interpreter, list)), "null");
+    EXPECT_EQ(script.interpreter.blockDepth, 0);
+}
+
+TEST(EvaluateTokens, DropsWhatEndsAnArgumentInAGroup)
+{
+    Script script("x = 5;");
+    std::vector<ScriptToken> list = {tokenOf(0), tokenOf(TOK_VARIABLE, "x"), tokenOf(2),
+                                     tokenOf(TOK_ARGEND), tokenOf(1)};
+
+    EXPECT_EQ(described(evaluateTokens(script.interpreter, list)), "null")
+        << "the value of two tokens with an operator";
+    EXPECT_EQ(script["x"], "int 6");
 }
 
 TEST(EvaluateTokens, GivesNothingForAFunctionToken)
