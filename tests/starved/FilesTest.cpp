@@ -5,6 +5,7 @@
 #include "maths/Utilities.h"
 #include "models/MS3DModel.h"
 #include "script/ScriptInterpreter.h"
+#include "tests/starved/Shortage.h"
 #include "tests/support/CapturedErrors.h"
 #include "textures/PNGReader.h"
 #include "textures/TGAReader.h"
@@ -17,6 +18,8 @@
 #include <cerrno>
 #include <cstddef>
 #include <functional>
+#include <sstream>
+#include <string>
 #include <vector>
 
 namespace
@@ -24,13 +27,22 @@ namespace
 /// What `pread` does in place of reading; nothing, if it is empty.
 std::function<ssize_t(int file, void* bytes, std::size_t size, off_t offset)> reading;
 
+/// The same for `read`, which the streams of the standard library call.
+std::function<ssize_t(int file, void* bytes, std::size_t size)> streamReading;
+
 ssize_t readAt(int file, void* bytes, std::size_t size, off_t offset)
 {
     return syscall(SYS_pread64, file, bytes, size, offset);
 }
 } // namespace
 
-/// This program's own, as the system's might be on another day.
+// This program's own, as the system's might be on another day.
+
+extern "C" ssize_t read(int file, void* bytes, std::size_t size)
+{
+    return streamReading ? streamReading(file, bytes, size) : syscall(SYS_read, file, bytes, size);
+}
+
 extern "C" ssize_t pread(int file, void* bytes, std::size_t size, off_t offset)
 {
     return reading ? reading(file, bytes, size, offset) : readAt(file, bytes, size, offset);
@@ -108,6 +120,84 @@ TEST_F(ReadPNGInPieces, EndsWhereTheFileHasShrunkOrFails)
         EXPECT_GT(pictures, 20);
         EXPECT_LT(pictures, 50);
     }
+}
+
+constexpr const char* themeFile = TAMOR_TESTS "/gui/fuzz/theme/numbers";
+constexpr const char* configFile = TAMOR_TESTS "/gui/fuzz/config/whole";
+
+/// A text, what a theme and a configuration make of their lines, and what they print.
+std::string readTexts()
+{
+    const CapturedErrors errors;
+    Theme theme;
+    theme.read(themeFile);
+    GLWidget::glowRate = 0.0F;
+    GLWidget::readConfig(configFile);
+    std::ostringstream texts;
+    texts << readFile(themeFile) << theme.iconSize << ' ' << GLWidget::glowRate << errors.text();
+    GLWidget::glowRate = 0.0F;
+    return texts.str();
+}
+
+class ReadTextsInPieces : public testing::Test
+{
+protected:
+    void TearDown() override { streamReading = nullptr; }
+
+    const std::string whole = readTexts();
+};
+
+TEST_F(ReadTextsInPieces, TakesAByteAtATime)
+{
+    streamReading = [](int file, void* bytes, std::size_t size) {
+        return syscall(SYS_read, file, bytes, std::min<std::size_t>(size, 1));
+    };
+
+    EXPECT_EQ(readTexts(), whole);
+}
+
+TEST_F(ReadTextsInPieces, GoesOnAfterInterruptions)
+{
+    int calls = 0;
+    streamReading = [&](int file, void* bytes, std::size_t size) -> ssize_t {
+        if (++calls % 3 != 0) {
+            errno = EINTR;
+            return -1;
+        }
+        return syscall(SYS_read, file, bytes, std::min<std::size_t>(size, 7));
+    };
+
+    EXPECT_EQ(readTexts(), whole);
+    EXPECT_GT(calls, 100);
+}
+
+TEST_F(ReadTextsInPieces, EndsWhereTheFileHasShrunkOrFails)
+{
+    const std::string text = readFile(themeFile);
+    const int descriptors = openDescriptors();
+    for (const int error : {0, EIO}) {
+        for (std::size_t end = 0; end < text.size(); ++end) {
+            std::size_t place = 0;
+            streamReading = [&](int file, void* bytes, std::size_t size) -> ssize_t {
+                if (place == end) {
+                    errno = error;
+                    return error == 0 ? 0 : -1;
+                }
+                const ssize_t count = syscall(SYS_read, file, bytes, std::min(size, end - place));
+                place += static_cast<std::size_t>(count);
+                return count;
+            };
+
+            const std::string read = readFile(themeFile);
+            place = 0;
+            readTexts();
+
+            EXPECT_EQ(read, text.substr(0, end) + '\n') << error;
+        }
+    }
+    streamReading = nullptr;
+    EXPECT_EQ(openDescriptors(), descriptors);
+    EXPECT_EQ(readTexts(), whole);
 }
 
 /// It opens, and the first byte of it is nobody's: each read fails with an error of the device.
