@@ -273,11 +273,11 @@ TEST(ReadTGA, SaysThatTheMemoryDoesNotHoldAPicture)
     GTEST_SKIP() << "the sanitiser takes more addresses than the limit leaves";
 #endif
     const test::TemporaryDirectory directory;
-    // The bytes of the last one are a multiple of 2^32.
-    const std::vector<std::pair<int, int>> sizesAndDepths = {
-        {65535, 24}, {65535, 32}, {65535, 16}, {65535, 7}, {32768, 32}};
-    for (const auto& [size, depth] : sizesAndDepths) {
-        directory.write("a.tga", tga(size, size, depth, ""));
+    // The last one takes a megabyte more than a multiple of 2^32.
+    const std::vector<std::pair<int, int>> heightsAndDepths = {
+        {65535, 24}, {65535, 32}, {65535, 16}, {65535, 7}, {62261, 32}};
+    for (const auto& [height, depth] : heightsAndDepths) {
+        directory.write("a.tga", tga(65535, height, depth, ""));
         test::ChildProcess reader([] {
             const rlimit limit = {2UL << 30, 2UL << 30};
             setrlimit(RLIMIT_AS, &limit);
@@ -289,8 +289,8 @@ TEST(ReadTGA, SaysThatTheMemoryDoesNotHoldAPicture)
             return wasRead || !isUntouched ? 1 : 0;
         });
 
-        EXPECT_EQ(reader.wait().status, 0) << size << ", " << depth;
-        EXPECT_EQ(reader.errors(), "a.tga: Too large for the memory\n") << size << ", " << depth;
+        EXPECT_EQ(reader.wait().status, 0) << height << ", " << depth;
+        EXPECT_EQ(reader.errors(), "a.tga: Too large for the memory\n") << height << ", " << depth;
     }
 }
 
