@@ -96,8 +96,9 @@ TEST(TheEndGLTest, ComesWithStatus0WhenTheWindowIsClosed)
 // longer be told from a leak of the program's own.
 const std::map<std::string, std::string> withoutLeakCheck = {{"ASAN_OPTIONS", "detect_leaks=0"}};
 
-// Its end is Xlib's, which exits with the status 1. The driver is still at work then, and now and then a signal is faster.
-// The test's own process has no connection to this display, which would end it, too.
+// Its end is Xlib's, which exits with the status 1. The driver is still at work then, and now and
+// then a signal is faster. The test's own process has no connection to this display, which would
+// end it, too.
 TEST(TheEndGLTest, IsNoGoodOneWhenTheDisplayGoesAway)
 {
     const WorkingDirectory directory;
