@@ -1,6 +1,7 @@
 #include "script/internal/Texts.h"
 
 #include <charconv>
+#include <cmath>
 
 namespace tamor::script
 {
@@ -18,9 +19,15 @@ void appendText(std::string& text, const ScriptValue& value)
         text += value.text;
         break;
     case TYPE_FLOAT: {
-        // As a stream with its default settings writes it: six significant digits.
+        // As a stream with its default settings writes it: six significant digits. Not every standard
+        // library writes what is no number in the same words.
         constexpr int digitCount = 6;
-        const auto end = std::to_chars(digits, digits + sizeof digits, value.asFloat(),
+        const float number = value.asFloat();
+        if (std::isnan(number)) {
+            text += std::signbit(number) ? "-nan" : "nan";
+            break;
+        }
+        const auto end = std::to_chars(digits, digits + sizeof digits, number,
                                        std::chars_format::general, digitCount);
         text.append(digits, end.ptr);
         break;

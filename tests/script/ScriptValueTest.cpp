@@ -438,6 +438,17 @@ TEST(ScriptValueAdd, WritesAFloatInTheCLocaleWhateverAHostHasSet)
     EXPECT_EQ(described(add(std::string("a"), 1234)), "string a1234");
 }
 
+TEST(ScriptValueAdd, WritesWhatIsNoNumberAsAStreamDoes)
+{
+    const float nan = std::numeric_limits<float>::quiet_NaN();
+    const float infinity = std::numeric_limits<float>::infinity();
+
+    EXPECT_EQ(described(add(std::string("a"), real(nan))), "string anan");
+    EXPECT_EQ(described(add(std::string("a"), real(std::copysign(nan, -1.0F)))), "string a-nan");
+    EXPECT_EQ(described(add(std::string("a"), real(infinity))), "string ainf");
+    EXPECT_EQ(described(add(std::string("a"), real(-infinity))), "string a-inf");
+}
+
 TEST(ParseText, ReadsNumbersInTheCLocaleWhateverAHostHasSet)
 {
     const std::string tiny = "0." + std::string(60, '0') + "1";
