@@ -4,7 +4,10 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cmath>
+#include <cstdlib>
 #include <locale>
+#include <string_view>
 
 namespace tamor
 {
@@ -26,6 +29,45 @@ std::ifstream openFields(const std::string& file)
     stream.exceptions(std::ios::badbit);
     return stream;
 }
+
+#ifdef _LIBCPP_VERSION
+bool readNumber(std::istream& stream, float& number)
+{
+    const std::istream::sentry isReady(stream);
+    if (!isReady)
+        return false;
+    std::string text;
+    const auto takesOneOf = [&](std::string_view characters) {
+        const int next = stream.rdbuf()->sgetc();
+        if (next == EOF || characters.find(static_cast<char>(next)) == std::string_view::npos)
+            return false;
+        text += static_cast<char>(stream.rdbuf()->sbumpc());
+        return true;
+    };
+    const auto takeDigits = [&] {
+        while (takesOneOf("0123456789"))
+            ;
+    };
+
+    takesOneOf("+-");
+    takeDigits();
+    if (takesOneOf("."))
+        takeDigits();
+    if (text.find_first_of("0123456789") != std::string::npos && takesOneOf("eE")) {
+        takesOneOf("+-");
+        takeDigits();
+    }
+    std::ios::iostate state = stream.rdbuf()->sgetc() == EOF ? std::ios::eofbit : std::ios::goodbit;
+
+    static const locale_t classic = newlocale(LC_ALL_MASK, "C", nullptr);
+    char* end = nullptr;
+    number = strtof_l(text.c_str(), &end, classic);
+    if (text.empty() || *end != '\0' || std::isinf(number))
+        state |= std::ios::failbit;
+    stream.setstate(state);
+    return !stream.fail();
+}
+#endif
 
 void skipLine(std::istream& stream)
 {

@@ -9,6 +9,7 @@
 
 #include <fstream>
 #include <string>
+#include <type_traits>
 
 namespace tamor
 {
@@ -18,6 +19,13 @@ namespace tamor
 /// read as `std::ios::failure`, which the operations below take for what it is.
 TAMOR_EXPORT std::ifstream openFields(const std::string& file);
 
+#ifdef _LIBCPP_VERSION
+/// Reads a number up to the first character that cannot go on with it. libc++ by itself takes letters
+/// that stick to a number for a part of it, and numbers in base 16.
+/// \return whether there was one that a float can hold; if not, the stream has failed
+TAMOR_EXPORT bool readNumber(std::istream& stream, float& number);
+#endif
+
 /// Reads a number, a truth value (0 or 1) or a word. A field that cannot be read keeps what it
 /// held, and leaves the stream failed, so that every later field keeps what it held too.
 template <class Field>
@@ -26,6 +34,13 @@ void readField(std::istream& stream, Field& field)
     // A failing >> writes 0, so it must not see the field itself.
     Field value{};
     try {
+#ifdef _LIBCPP_VERSION
+        if constexpr (std::is_same_v<Field, float>) {
+            if (readNumber(stream, value))
+                field = value;
+            return;
+        }
+#endif
         if (stream >> value)
             field = value;
     } catch (const std::ios::failure&) {

@@ -48,6 +48,56 @@ TEST(ReadField, KeepsWhatItHeldAndFailsTheStreamOnAnythingElse)
     EXPECT_FALSE(stream.eof());
 }
 
+TEST(ReadField, EndsANumberInFrontOfWhatCannotGoOnWithIt)
+{
+    struct Row
+    {
+        const char* text;
+        float number;
+        const char* rest;
+    };
+    const Row rows[] = {
+        {"0.5cm", 0.5F, "cm"},    {"1.5.2", 1.5F, ".2"}, {"0x1p3", 0.0F, "x1p3"},
+        {"+.5e1e", 5.0F, "e"},    {"5f", 5.0F, "f"},     {"-7-7", -7.0F, "-7"},
+        {"2E-1+", 0.2F, "+"},     {"1,5", 1.0F, ",5"},   {"007e+002.", 700.0F, "."},
+        {"5.infx", 5.0F, "infx"}, {"1e-60 ", 0.0F, " "}, {"3", 3.0F, ""},
+    };
+    for (const Row& row : rows) {
+        std::istringstream stream(row.text);
+        float number = -1.0F;
+
+        readField(stream, number);
+
+        EXPECT_FALSE(stream.fail()) << row.text;
+        EXPECT_EQ(stream.eof(), *row.rest == '\0') << row.text;
+        EXPECT_EQ(number, row.number) << row.text;
+        EXPECT_EQ(restOf(stream), row.rest) << row.text;
+    }
+}
+
+TEST(ReadField, RefusesABeginningThatIsNoNumber)
+{
+    struct Row
+    {
+        const char* text;
+        const char* rest;
+    };
+    const Row rows[] = {
+        {"inf", "inf"}, {"nan", "nan"},  {"-", ""},        {"--1", "-1"}, {".", ""}, {"e5", "e5"},
+        {"1e", ""},     {"1e+ 3", " 3"}, {"1e99 8", " 8"}, {"-1e99", ""}, {"", ""},  {" ", ""},
+    };
+    for (const Row& row : rows) {
+        std::istringstream stream(row.text);
+        float number = 4.0F;
+
+        readField(stream, number);
+
+        EXPECT_TRUE(stream.fail()) << row.text;
+        EXPECT_EQ(number, 4.0F) << row.text;
+        EXPECT_EQ(restOf(stream), row.rest) << row.text;
+    }
+}
+
 TEST(ReadField, KeepsATruthValueThatIsNeither0Nor1)
 {
     std::istringstream stream("2");

@@ -1,9 +1,12 @@
 #include "tests/gui/PlainFiles.h"
 
+#include "tests/support/PlainNumber.h"
+
 #include <cstring>
 #include <iomanip>
 #include <locale>
 #include <sstream>
+#include <type_traits>
 
 namespace tamor::test
 {
@@ -22,7 +25,10 @@ public:
     void take(Field& field)
     {
         Field value{};
-        stream >> value;
+        if constexpr (std::is_same_v<Field, float>)
+            takePlainNumber(stream, value);
+        else
+            stream >> value;
         if (!stream.fail())
             field = value;
     }

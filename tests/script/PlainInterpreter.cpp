@@ -1,5 +1,7 @@
 #include "tests/script/PlainInterpreter.h"
 
+#include "tests/support/PlainNumber.h"
+
 #include <cmath>
 #include <cstdint>
 #include <limits>
@@ -112,7 +114,7 @@ ScriptValue numberValue(const std::string& text)
 {
     std::istringstream stream(text);
     float number = 0;
-    stream >> number;
+    takePlainNumber(stream, number);
     ScriptValue value;
     const double wide = number;
     if (wide > -2147483649.0 && wide < 2147483648.0 && std::trunc(wide) == wide)
