@@ -7,6 +7,7 @@
 // prompt.
 #include "script/ScriptInterpreter.h"
 
+#include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <string>
@@ -26,12 +27,13 @@ ScriptValue length(std::string, std::int32_t count, ScriptValue* values)
     return {};
 }
 
-// The interpreter takes a file that cannot be read for an empty one, so a host that minds asks.
+// The interpreter takes a file that cannot be read for an empty one, so a host that minds asks. A
+// directory can be opened, and not every standard library finds it bad.
 bool isReadable(const std::string& path)
 {
     std::ifstream file(path);
     file.peek();
-    return file.is_open() && !file.bad();
+    return file.is_open() && !file.bad() && !std::filesystem::is_directory(path);
 }
 } // namespace
 

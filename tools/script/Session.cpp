@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <map>
@@ -145,9 +146,10 @@ std::vector<check::Finding> errorsIn(const std::string& name, const std::string&
 
 std::optional<std::string> readScript(const std::string& path)
 {
+    // A directory can be opened, and not every standard library finds it bad.
     std::ifstream file(path);
     file.peek();
-    if (!file.is_open() || file.bad())
+    if (!file.is_open() || file.bad() || std::filesystem::is_directory(path))
         return std::nullopt;
     std::string text;
     std::getline(file, text, '\0');
