@@ -105,7 +105,8 @@ TEST_F(InstallGLTest, CMakeFindsTheLibrary)
                                "CMakeLists.txt");
     for (const std::string& kind : kinds()) {
         SCOPED_TRACE(kind);
-        outputOf("cmake -G Ninja -S . -B " + kind + " -DCMAKE_PREFIX_PATH='" + prefix() +
+        outputOf("CXX='" TAMOR_COMPILER "' cmake -G Ninja -S . -B " + kind +
+                 " -DCMAKE_PREFIX_PATH='" + prefix() +
                  "' -DTAMOR_SOURCES=" TAMOR_SOURCES " -DTAMOR_KIND=" + kind + " && cmake --build " +
                  kind);
 
@@ -129,16 +130,16 @@ TEST_F(InstallGLTest, PkgConfigTellsOneCallOfTheCompiler)
 {
     writeHost();
     // What ends the host is no part of it and is compiled with its own flags.
-    outputOf("g++ -std=c++20 -I" TAMOR_SOURCES " -c " TAMOR_SOURCES
-             "/tests/hosting/FrameLimit.cpp " TAMOR_SOURCES
-             "/examples/Screenshot.cpp $(pkg-config --cflags sdl)");
+    outputOf(TAMOR_COMPILER " -std=c++20 -I" TAMOR_SOURCES " -c " TAMOR_SOURCES
+                            "/tests/hosting/FrameLimit.cpp " TAMOR_SOURCES
+                            "/examples/Screenshot.cpp $(pkg-config --cflags sdl)");
     const std::string path = outputOf("find '" + prefix() + "' -name pkgconfig");
     const std::string directoryOfLibrary = std::filesystem::path(path).parent_path().string();
     const std::map<std::string, std::string> environment = {
         {"PKG_CONFIG_PATH", path.substr(0, path.find('\n'))}, {"LD_RUN_PATH", directoryOfLibrary}};
 
-    outputOf("g++ -std=c++20 host.cpp FrameLimit.o Screenshot.o $(pkg-config --cflags --libs "
-             "tamor) -o host",
+    outputOf(TAMOR_COMPILER " -std=c++20 host.cpp FrameLimit.o Screenshot.o "
+                            "$(pkg-config --cflags --libs tamor) -o host",
              environment);
 
     EXPECT_EQ(outputOf("pkg-config --modversion tamor", environment), TAMOR_VERSION "\n");
@@ -186,7 +187,7 @@ TEST_F(InstallGLTest, EachHeaderIsCompiledByItself)
                 << "\"\n";
     all.close();
 
-    outputOf("g++ -std=c++20 -fsyntax-only -Wall -Wextra -Werror -I'" + headers +
+    outputOf(TAMOR_COMPILER " -std=c++20 -fsyntax-only -Wall -Wextra -Werror -I'" + headers +
              "' all.cpp $(pkg-config --cflags sdl)");
 }
 

@@ -142,7 +142,17 @@ std::string readTexts()
 class ReadTextsInPieces : public testing::Test
 {
 protected:
-    void TearDown() override { streamReading = nullptr; }
+    void SetUp() override
+    {
+#ifdef _LIBCPP_VERSION
+        GTEST_SKIP() << "its streams read by the C library, whose calls are its own";
+#endif
+    }
+
+    void TearDown() override
+    {
+        streamReading = nullptr;
+    }
 
     const std::string whole = readTexts();
 };

@@ -116,7 +116,7 @@ TEST_F(Deletion, OfTheWindowAndTheButtonsOfABox)
     {
         std::int32_t flags;
         const char* button;
-        int kept; ///< theme, label, its text and its name; frame and its list of children
+        int kept; ///< theme, label and its text; frame and its list of children
     };
     const auto answer = [](std::int32_t flags, const char* button) {
         const CapturedErrors errors;
@@ -124,16 +124,19 @@ TEST_F(Deletion, OfTheWindowAndTheButtonsOfABox)
         seen(*GLWidget::find(button)).clicked = true;
         GLWidget::updateAll(1);
     };
+    // Some standard libraries keep the label's name in the string itself.
+    const std::string labelName = "__msgbox_message";
+    const int longNames = labelName.capacity() > std::string().capacity() ? 1 : 0;
     // All names have their entries from here on.
     answer(14, "__msgbox_no");
     answer(1, "__msgbox_ok");
-    for (const Row& row : {Row{1, "__msgbox_ok", 4}, Row{3, "__msgbox_ok", 6},
-                           Row{12, "__msgbox_yes", 6}, Row{14, "__msgbox_cancel", 6}}) {
+    for (const Row& row : {Row{1, "__msgbox_ok", 3}, Row{3, "__msgbox_ok", 5},
+                           Row{12, "__msgbox_yes", 5}, Row{14, "__msgbox_cancel", 5}}) {
         const int before = pieces;
 
         answer(row.flags, row.button);
 
-        EXPECT_EQ(pieces - before, row.kept) << row.flags;
+        EXPECT_EQ(pieces - before, row.kept + longNames) << row.flags;
     }
 }
 } // namespace
