@@ -16,7 +16,7 @@ namespace
 using testing::ContainsRegex;
 using testing::HasSubstr;
 
-/// A budget for the counted program, whose one work is a thousand instructions and a few to enter
+/// A budget for the counted program, whose one work is ten thousand instructions and a few to enter
 /// and to leave it.
 class TheBudget : public testing::Test
 {
@@ -44,27 +44,27 @@ protected:
 
 TEST_F(TheBudget, IsKeptByAWorkThatTakesThreeInAHundredMore)
 {
-    const Counting counting = count("nops 980\n");
+    const Counting counting = count("nops 9725\n");
 
     EXPECT_EQ(counting.status, 0) << counting.said;
-    EXPECT_THAT(counting.said, ContainsRegex("^nops +10[0-9][0-9]  ok\n$"));
+    EXPECT_THAT(counting.said, ContainsRegex("^nops +100[0-9][0-9]  ok\n$"));
 }
 
 TEST_F(TheBudget, EndsTheScriptWithWordsWhenAWorkTakesMore)
 {
-    const Counting counting = count("nops 900\n");
+    const Counting counting = count("nops 9000\n");
 
     EXPECT_EQ(counting.status, 1);
-    EXPECT_THAT(counting.said, HasSubstr("over the budget of 900\n"));
+    EXPECT_THAT(counting.said, HasSubstr("over the budget of 9000\n"));
     EXPECT_THAT(counting.said, HasSubstr("scripts/bench --budget --accept"));
 }
 
 TEST_F(TheBudget, TellsWhenAWorkTakesLess)
 {
-    const Counting counting = count("nops 1200\n");
+    const Counting counting = count("nops 12000\n");
 
     EXPECT_EQ(counting.status, 0);
-    EXPECT_THAT(counting.said, HasSubstr("below the budget of 1200: accept the lower figure\n"));
+    EXPECT_THAT(counting.said, HasSubstr("below the budget of 12000: accept the lower figure\n"));
 }
 
 TEST_F(TheBudget, EndsTheScriptForAWorkThatItDoesNotList)
@@ -77,12 +77,12 @@ TEST_F(TheBudget, EndsTheScriptForAWorkThatItDoesNotList)
 
 TEST_F(TheBudget, TakesNewFiguresWhenToldTo)
 {
-    const Counting counting = count("nops 900\nother 1000\n", {"--accept"});
+    const Counting counting = count("nops 9000\nother 1000\n", {"--accept"});
 
     EXPECT_EQ(counting.status, 0);
     std::ifstream file("budget.txt");
     EXPECT_THAT(std::string(std::istreambuf_iterator<char>(file), {}),
-                ContainsRegex("^nops 10[0-9][0-9]\n$"));
+                ContainsRegex("^nops 100[0-9][0-9]\n$"));
 }
 } // namespace
 } // namespace tamor::test

@@ -4,20 +4,20 @@
 
 namespace
 {
-inline void takeAThousandInstructions()
+inline void takeTenThousandInstructions()
 {
-    asm volatile(".rept 1000\nnop\n.endr");
+    asm volatile(".rept 10000\nnop\n.endr");
 }
 } // namespace
 
 extern "C" [[gnu::noinline]] void countedWork()
 {
-    takeAThousandInstructions();
+    takeTenThousandInstructions();
 }
 
 int main(int count, char** /*words*/)
 {
-    takeAThousandInstructions();
+    takeTenThousandInstructions();
     if (count < 2)
         std::puts("nops");
     else
