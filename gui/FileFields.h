@@ -22,6 +22,8 @@ TAMOR_EXPORT std::ifstream openFields(const std::string& file);
 #ifdef _LIBCPP_VERSION
 /// Reads a number up to the first character that cannot go on with it. libc++ by itself takes letters
 /// that stick to a number for a part of it, and numbers in base 16.
+/// \param number  what was read; if there was no number, or none that a float can hold, it counts for
+///                nothing
 /// \return whether there was one that a float can hold; if not, the stream has failed
 TAMOR_EXPORT bool readNumber(std::istream& stream, float& number);
 #endif
